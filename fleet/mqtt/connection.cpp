@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 #include <mosquitto.h>
 #include <mqtt_protocol.h>
@@ -25,6 +26,8 @@ constexpr milliseconds first_pause{500}, longest_pause{30'000};
 constexpr milliseconds patience{10'000};
 // A quiet connection is looked after this often.
 constexpr milliseconds longest_wait{1000};
+// What is held for an answer is held this long.
+constexpr milliseconds longest_hold{1};
 // Topics in one packet.
 constexpr size_t most_topics = 200;
 
@@ -78,6 +81,7 @@ int Connection::publish(const Message &message)
     const std::lock_guard lock(guard);
     if (!accepted) return 0;
     const int number = session->publish(message);
+    hold(false);
     // What the socket does not take at once is written by a turn, and so is a loss found.
     if (number == 0 || session->wants_to_write()) wake();
     return number;
@@ -125,6 +129,7 @@ void Connection::begin(std::unique_lock<std::mutex> &lock)
     auto made = std::make_unique<Session>(broker, client, will);
     lock.lock();
     session = std::move(made);
+    held = watches_room = false;
     next = Clock::now() + patience;
     epoll_event event{.events = EPOLLIN, .data = {.fd = session->descriptor()}};
     if (session->descriptor() >= 0 && epoll_ctl(poller, EPOLL_CTL_ADD, session->descriptor(), &event) != 0) fail();
@@ -133,12 +138,14 @@ void Connection::begin(std::unique_lock<std::mutex> &lock)
 void Connection::wait(std::unique_lock<std::mutex> &lock, int longest)
 {
     const int socket = session ? session->descriptor() : -1;
-    if (socket >= 0) {
+    if (socket >= 0 && session->wants_to_write() != watches_room) {
+        watches_room = !watches_room;
         epoll_event event{.events = EPOLLIN, .data = {.fd = socket}};
-        if (session->wants_to_write()) event.events |= EPOLLOUT;
+        if (watches_room) event.events |= EPOLLOUT;
         epoll_ctl(poller, EPOLL_CTL_MOD, socket, &event);
     }
-    const int most = accepted || closed ? static_cast<int>(longest_wait.count()) : until(next);
+    const milliseconds looked_after = held ? longest_hold : longest_wait;
+    const int most = accepted || closed ? static_cast<int>(looked_after.count()) : until(next);
     const bool is_lost = session && socket < 0;
     lock.unlock();
     epoll_event events[2];
@@ -154,7 +161,9 @@ void Connection::wait(std::unique_lock<std::mutex> &lock, int longest)
             writable = events[i].events & EPOLLOUT;
         }
     }
-    if (session && session->descriptor() >= 0) session->go_on(readable, writable);
+    if (!session || session->descriptor() < 0) return;
+    if (readable && answers) hold(true);
+    session->go_on(readable, writable);
 }
 
 bool Connection::is_late() const
@@ -174,6 +183,11 @@ std::string Connection::lose()
     return reason.empty() ? "the broker does not answer" : reason;
 }
 
+void Connection::hold(bool what)
+{
+    if (std::exchange(held, what) != what && session->descriptor() >= 0) session->hold(what);
+}
+
 void Connection::turn(int longest)
 {
     std::unique_lock lock(guard);
@@ -182,6 +196,9 @@ void Connection::turn(int longest)
     if (!session) return;
 
     std::vector<Heard> heard = session->take_heard();
+    const bool nothing_arrived =
+        std::ranges::none_of(heard, [](const Heard &one) { return std::holds_alternative<Message>(one); });
+    if (nothing_arrived) hold(false);
     size_t refused = 0;
     for (const Heard &one : heard) {
         if (std::holds_alternative<Accepted>(one)) {

@@ -70,6 +70,9 @@ public:
     void subscribe(std::vector<std::string> topics);
     void subscribe(const std::string &topic) { subscribe(std::vector{topic}); }
     void unsubscribe(const std::string &topic);
+    // What arrives is answered soon: so the broker learns that it has arrived together with the first answer, or a
+    // millisecond later. It is woken once then, and not twice. To be called before the first turn.
+    void expect_answers() { answers = true; }
     // Takes leave of the broker, so that there is no last will. Nothing is connected again.
     void close();
 
@@ -82,6 +85,7 @@ private:
     // Gives the session up, and says why.
     std::string lose();
     bool is_late() const;
+    void hold(bool what);
     int until(Clock::time_point time) const;
 
     const Broker broker;
@@ -95,7 +99,10 @@ private:
     bool accepted = false;  // by the broker
     bool announced = false; // to the handler
     bool closed = false;
-    std::set<int> awaited; // numbers of subscriptions that are not answered yet
+    bool answers = false;
+    bool held = false;         // what the session writes
+    bool watches_room = false; // for writing
+    std::set<int> awaited;     // numbers of subscriptions that are not answered yet
     std::set<std::string> subscriptions;
     Clock::time_point next = Clock::now(); // when to connect, or when to give up to be accepted
     std::chrono::milliseconds pause;       // before the next attempt, at most

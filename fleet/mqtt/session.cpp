@@ -8,6 +8,9 @@
 
 #include <mosquitto.h>
 #include <mqtt_protocol.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
 
 namespace fleet
 {
@@ -85,8 +88,10 @@ std::string text_of(int result)
 struct Session::Callbacks {
     static Session &of(void *context) { return *static_cast<Session *>(context); }
 
-    static void connected(mosquitto *, void *context, int reason, int, const mosquitto_property *)
+    static void connected(mosquitto *used, void *context, int reason, int, const mosquitto_property *)
     {
+        // What fails before says why in the log only. Later the library would write a line for each packet.
+        mosquitto_log_callback_set(used, nullptr);
         if (reason == 0)
             of(context).heard.push_back(Accepted{});
         else
@@ -232,6 +237,13 @@ int Session::subscribe(std::span<const std::string> topics)
 void Session::unsubscribe(const std::string &topic)
 {
     note(mosquitto_unsubscribe(handle.get(), nullptr, topic.c_str()));
+}
+
+void Session::hold(bool held)
+{
+    // A local socket has no such option, and needs none.
+    const int value = held;
+    setsockopt(descriptor(), IPPROTO_TCP, TCP_CORK, &value, sizeof value);
 }
 
 void Session::end()

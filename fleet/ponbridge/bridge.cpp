@@ -52,6 +52,7 @@ Bridge::Bridge(const Configuration &configuration, std::string program_version)
         });
     const auto noted = [this](const std::string &olt, const std::string &line) { note(olt, line); };
     engine = std::make_unique<Engine>(settings.engine, Notes{.audit = noted, .complain = warn});
+    connection.expect_answers();
     serve(configuration);
     watch(configuration);
     turned = Clock::now().time_since_epoch().count();

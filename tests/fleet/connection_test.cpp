@@ -86,6 +86,24 @@ TEST(Connection, IsUsedByManyThreadsAtOnce)
     EXPECT_THAT(peer.losses, IsEmpty());
 }
 
+TEST(Connection, AcknowledgesAlsoWhatItDoesNotAnswer)
+{
+    // The broker passes nothing on before the message before is acknowledged.
+    const Mosquitto broker("max_inflight_messages 1\nlistener {PORT} 127.0.0.1\n");
+    Peer peer({.host = "127.0.0.1", .port = broker.port()}, "one");
+    peer.connection.expect_answers();
+    peer.hear("a/+");
+    Peer sender(broker.local(), "sender");
+    ASSERT_TRUE(sender.turn_until([&] { return sender.connections == 1; }));
+    for (const char *payload : {"1", "2", "3", "4"})
+        EXPECT_NE(sender.connection.publish({.topic = "a/b", .payload = payload}), 0);
+    ASSERT_TRUE(sender.turn_until([&] { return sender.answers.size() == 4; }));
+    EXPECT_TRUE(peer.turn_until([&] { return peer.messages.size() >= 4; })) << peer.messages.size();
+    // What it says itself takes what was held with it.
+    EXPECT_NE(peer.connection.publish({.topic = "a/c", .payload = "5"}), 0);
+    EXPECT_TRUE(peer.turn_until([&] { return peer.take("a/c").payload == "5"; }));
+}
+
 TEST(Connection, ComesBackWithItsSubscriptionsAfterABrokerWasAway)
 {
     Mosquitto broker;
