@@ -98,9 +98,9 @@ Verdict decide(const Sender &sender)
 
 // Notes a call. If the call is permitted, passes it on to the IPC library's function of the same name. The last
 // argument is the address of the status word.
-template <class Function, class... Rest>
-int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_t msg_type, const void *request,
-                uint32_t request_length, Rest... rest)
+template <catalogue::Call call, class Function, class... Rest>
+int32_t pass_on(const char *name, uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
+                Rest... rest)
 {
     if (!watched.sender) return IPC_ERR_SYSTEM;
     watched.refusal = nullptr; // of an exchange before this one
@@ -125,7 +125,7 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
             last.result = IPC_ERR_SYSTEM;
         }
     } else {
-        const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
+        static const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
         last.result = function ? function(module, msg_type, request, request_length, rest...) : IPC_ERR_SYSTEM;
     }
     const int32_t result = last.result;
@@ -177,28 +177,28 @@ extern "C" {
 
 int32_t ipc_set_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length, uint32_t *status)
 {
-    return pass_on<decltype(ipc_set_exec)>("ipc_set_exec", catalogue::Call::set, module, msg_type, request,
-                                           request_length, status);
+    return pass_on<catalogue::Call::set, decltype(ipc_set_exec)>("ipc_set_exec", module, msg_type, request,
+                                                                 request_length, status);
 }
 
 int32_t ipc_get_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length, void *response,
                      uint32_t *response_length, uint32_t *status)
 {
-    return pass_on<decltype(ipc_get_exec)>("ipc_get_exec", catalogue::Call::get, module, msg_type, request,
-                                           request_length, response, response_length, status);
+    return pass_on<catalogue::Call::get, decltype(ipc_get_exec)>("ipc_get_exec", module, msg_type, request,
+                                                                 request_length, response, response_length, status);
 }
 
 int32_t ipc_dgram_get_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
                            void *response, uint32_t *response_length, uint32_t *status)
 {
-    return pass_on<decltype(ipc_dgram_get_exec)>("ipc_dgram_get_exec", catalogue::Call::dgram_get, module, msg_type,
-                                                 request, request_length, response, response_length, status);
+    return pass_on<catalogue::Call::dgram_get, decltype(ipc_dgram_get_exec)>(
+        "ipc_dgram_get_exec", module, msg_type, request, request_length, response, response_length, status);
 }
 
 int32_t ipc_dgram_set_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
                            uint32_t *status)
 {
-    return pass_on<decltype(ipc_dgram_set_exec)>("ipc_dgram_set_exec", catalogue::Call::dgram_set, module, msg_type,
-                                                 request, request_length, status);
+    return pass_on<catalogue::Call::dgram_set, decltype(ipc_dgram_set_exec)>("ipc_dgram_set_exec", module, msg_type,
+                                                                             request, request_length, status);
 }
 }
