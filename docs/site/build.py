@@ -9,6 +9,7 @@ so is a link that leads nowhere.
 
 import argparse
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -25,7 +26,7 @@ from manual import write_manual
 from pages import LinkError, Pages
 from reference.reference import write_reference
 
-WRITTEN_BY_HAND = ["sim/*.[1-8]", "front/*.[1-8]"]
+WRITTEN_BY_HAND = ["sim/*.[1-8]", "front/*.[1-8]", "fleet/*.[1-8]"]
 
 
 def main():
@@ -53,6 +54,9 @@ def main():
               str(ROOT / "docs/site"), "-D", f"html_static_path=static,{look.resolve()}", "-d", str(options.output / "doctrees"), str(source), str(site)]
     if subprocess.run(sphinx, check=False).returncode != 0:
         return 1
+    # The theme's script names its sources from where the site is built, which differs from folder to folder.
+    script = site / "_static/scripts/furo.js"
+    script.write_text(re.sub(r"(\.\./)+usr/", "/usr/", script.read_text(encoding="utf-8")), encoding="utf-8")
     wrong = complaints(site)
     for line in wrong:
         print(f"build.py: {line}", file=sys.stderr)
