@@ -17,7 +17,7 @@ OF_THE_ROOT = {
 }
 # What else can be the end of a link, and which page of the site is shown for it.
 SHOWN_FOR = {"docs": "index.md", "docs/decisions": "decisions/index.md"}
-OF_THE_MANUAL = re.compile(r"(?:sim|front)/([a-z.-]+\.[1-8])")
+OF_THE_MANUAL = re.compile(r"(?:sim|front|fleet)/([a-z.-]+\.[1-8])")
 
 
 class LinkError(Exception):
