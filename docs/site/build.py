@@ -50,7 +50,8 @@ def main():
     write_reference(source, ROOT, Catalogue(Checkout(ROOT)), options.build / "front/ponfront")
     pages.write_front_page(ROOT / "docs/site/groups.toml")
     write_look(look)
-    sphinx = [sys.executable, "-m", "sphinx", "-q", "-W", "--keep-going", "-n", "-j", "2", "-b", "html", "-c",
+    # One process: the index of the search depends on which of several ends first.
+    sphinx = [sys.executable, "-m", "sphinx", "-q", "-W", "--keep-going", "-n", "-b", "html", "-c",
               str(ROOT / "docs/site"), "-D", f"html_static_path=static,{look.resolve()}", "-d", str(options.output / "doctrees"), str(source), str(site)]
     if subprocess.run(sphinx, check=False).returncode != 0:
         return 1
