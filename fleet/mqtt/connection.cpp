@@ -129,7 +129,6 @@ void Connection::begin(std::unique_lock<std::mutex> &lock)
     auto made = std::make_unique<Session>(broker, client, will);
     lock.lock();
     session = std::move(made);
-    held = watches_room = false;
     next = Clock::now() + patience;
     epoll_event event{.events = EPOLLIN, .data = {.fd = session->descriptor()}};
     if (session->descriptor() >= 0 && epoll_ctl(poller, EPOLL_CTL_ADD, session->descriptor(), &event) != 0) fail();
@@ -175,7 +174,7 @@ std::string Connection::lose()
 {
     const std::string reason = session->lost();
     session.reset();
-    accepted = announced = false;
+    accepted = announced = held = watches_room = false;
     awaited.clear();
     std::uniform_int_distribution<milliseconds::rep> some(pause.count() / 2, pause.count());
     next = Clock::now() + milliseconds(some(chance));
