@@ -13,11 +13,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
 endif()
 
-# GCC collects its garbage more often than the memory of today's machines asks for: a sixth of its time goes there. It
-# does so in no source of ours with this limit, in KiB. Where it did, the debugging information of a source was not always
-# the same.
+# GCC collects its garbage more often than the memory of today's machines asks for: a sixth of its time goes there.
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-    add_compile_options(--param=ggc-min-heapsize=4194304 --param=ggc-min-expand=1000)
+    add_compile_options(--param=ggc-min-heapsize=524288 --param=ggc-min-expand=1000)
 endif()
 
 # The headers of the standard library take longer to read than most sources: they are read once for all static libraries.
