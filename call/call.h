@@ -13,6 +13,8 @@
 #include <string_view>
 #include <vector>
 
+#include <rapidjson/fwd.h>
+
 #include "call/codec/member.h"
 #include "call/codec/values.h"
 #include "call/permission.h"
@@ -57,6 +59,7 @@ std::string to_json(const Call &asked);
 std::string to_json(const Outcome &outcome);
 // Each function throws a UsageError that says what is wrong with the text, and where.
 Call call_from_json(std::string_view text);
+Call call_from_json(const rapidjson::Value &object); // of a document that was read before
 Outcome outcome_from_json(std::string_view text);
 
 } // namespace call

@@ -60,9 +60,14 @@ std::string to_json(const Call &asked)
 
 Call call_from_json(std::string_view text)
 {
+    return call_from_json(read_document(text, "call"));
+}
+
+Call call_from_json(const JsonValue &object)
+{
     Call asked;
     read_object(
-        text, "call",
+        object, "call",
         {{"id", [&](const auto &name, const JsonValue &value) { asked.id = read_text(name, value); }},
          {"operation", [&](const auto &name, const JsonValue &value) { asked.operation = read_text(name, value); }},
          {"arguments", [&](const auto &name, const JsonValue &value) { read_arguments(name, value, asked.arguments); }},

@@ -256,8 +256,8 @@ void JsonText::list(const db_handle *database)
 void JsonText::record(const Reading &reading)
 {
     writer.StartObject();
-    for (const DecodedField &decoded : decode(reading))
-        member(decoded.field->name, *decoded.field, reading);
+    for (const Field *field : shown_fields(reading))
+        member(field->name, *field, reading);
     writer.EndObject();
 }
 

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include <rapidjson/fwd.h>
+
 #include "call/exchange.h"
 
 namespace call
@@ -46,6 +48,7 @@ std::string to_json(const RecordOutcome &outcome, const RecordCall &asked);
 // Each function throws a UsageError that says what is wrong with the text, and where: also when it names a channel, a
 // command or a field that the catalogue does not know.
 RecordCall record_call_from_json(std::string_view text);
+RecordCall record_call_from_json(const rapidjson::Value &object); // of a document that was read before
 RecordOutcome record_outcome_from_json(std::string_view text, const RecordCall &asked);
 
 // A Carrier makes exchanges in place of the board's IPC library.

@@ -207,23 +207,23 @@ void expect_object(const std::string &name, const JsonValue &value)
     if (!value.IsObject()) refuse_member(name, "an object");
 }
 
-// What an object says of a record, until it is known which record it is.
+// What an object says of a record, until it is known which record it is. The document must outlive it.
 struct Written {
     uint32_t length = 0;
-    JsonValue fields, bytes;
+    const JsonValue *fields = nullptr, *bytes = nullptr; // null: not given
 
     // Adds what is known of it to the members of an object.
-    Members members(rapidjson::Document::AllocatorType &memory)
+    Members members()
     {
         return {{"length", [this](const auto &name, const JsonValue &value) { length = read_number(name, value); }},
                 {"fields",
-                 [this, &memory](const auto &name, const JsonValue &value) {
+                 [this](const auto &name, const JsonValue &value) {
                      expect_object(name, value);
-                     fields.CopyFrom(value, memory);
+                     fields = &value;
                  }},
-                {"bytes", [this, &memory](const auto &name, const JsonValue &value) {
+                {"bytes", [this](const auto &name, const JsonValue &value) {
                      expect_object(name, value);
-                     bytes.CopyFrom(value, memory);
+                     bytes = &value;
                  }}};
     }
 
@@ -234,15 +234,15 @@ struct Written {
         const Reading reading = read_record(record, role, made);
         if (states_command(role) && record.command && length >= record.command->offset + record.command->size)
             store(role.command->code, std::span(made).subspan(record.command->offset, record.command->size));
-        if (fields.IsObject())
-            for (const auto &[key, value] : fields.GetObject()) {
+        if (fields)
+            for (const auto &[key, value] : fields->GetObject()) {
                 const std::string name = text_of(key);
                 const Field &field = named_field(reading, name);
                 if (field.offset + field.size > made.size()) refuse_member(name, "a field inside the record's length");
                 read_field(name, value, field, std::span(made).subspan(field.offset, field.size));
             }
-        if (bytes.IsObject())
-            for (const auto &[key, value] : bytes.GetObject())
+        if (bytes)
+            for (const auto &[key, value] : bytes->GetObject())
                 read_run(text_of(key), value, made);
         return made;
     }
@@ -287,12 +287,16 @@ std::string to_json(const RecordCall &asked)
 
 RecordCall record_call_from_json(std::string_view text)
 {
+    return record_call_from_json(read_document(text, "exchange"));
+}
+
+RecordCall record_call_from_json(const JsonValue &object)
+{
     RecordCall asked;
     Written written;
-    rapidjson::Document document;
     RecordRole role{};
     std::string command;
-    Members members = written.members(document.GetAllocator());
+    Members members = written.members();
     members["channel"] = [&](const auto &name, const JsonValue &value) {
         asked.channel = &parse_channel(name, read_text(name, value));
     };
@@ -309,7 +313,7 @@ RecordCall record_call_from_json(std::string_view text)
         if (!role.command) throw UsageError(name + ": there is no '" + command + "'");
     };
     members["preset"] = [&](const auto &name, const JsonValue &value) { asked.preset = read_number(name, value); };
-    read_object(text, "exchange", members, {"channel", "call", "length"});
+    read_object(object, "exchange", members, {"channel", "call", "length"});
     if (!asked.record) asked.record = asked.channel->record;
     if (role.command && role.command->channel != asked.channel)
         throw UsageError("command: " + command + " is no command of " + std::string(asked.channel->name));
@@ -345,8 +349,8 @@ RecordOutcome record_outcome_from_json(std::string_view text, const RecordCall &
 {
     RecordOutcome outcome;
     Written written;
-    rapidjson::Document document;
-    Members members = written.members(document.GetAllocator());
+    const rapidjson::Document document = read_document(text, "outcome");
+    Members members = written.members();
     members["ipc_result"] = [&](const auto &name, const JsonValue &value) {
         outcome.ipc_result = read_signed(name, value);
     };
@@ -363,7 +367,7 @@ RecordOutcome record_outcome_from_json(std::string_view text, const RecordCall &
     members["file"] = [&](const auto &name, const JsonValue &value) {
         outcome.file.content = parse_block(name, "hex:" + read_text(name, value), false);
     };
-    read_object(text, "outcome", members, {"ipc_result", "status", "length"});
+    read_object(document, "outcome", members, {"ipc_result", "status", "length"});
     // The numbers of a result stay as they were written.
     for (Member &member : members_of(text))
         if (member.name == "result" && outcome.result.empty()) outcome.result = std::move(member.value);

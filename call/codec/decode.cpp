@@ -102,6 +102,27 @@ bool all_zero(std::span<const uint8_t> bytes)
     return std::all_of(bytes.begin(), bytes.end(), [](uint8_t byte) { return byte == 0; });
 }
 
+// Passes each field that is shown with its bytes.
+template <class Visit>
+void for_each_shown_field(const Reading &reading, Visit visit)
+{
+    // The bytes of the layout's fields are not shown a second time as a part of the record's opaque field.
+    Bytes rest(reading.bytes.begin(), reading.bytes.end());
+    if (reading.layout)
+        for (const Field &field : reading.layout->fields)
+            std::fill_n(rest.begin() + std::min<size_t>(field.offset, rest.size()), field_bytes(field, rest).size(),
+                        uint8_t{0});
+
+    const bool named = reading.is_block() && reading.layout;
+    for (const Field &field : reading.record->fields) {
+        const auto own = field_bytes(field, rest);
+        if (reading.reaches(field) && !(named && all_zero(own))) visit(field, own);
+    }
+    if (!reading.layout) return;
+    for (const Field &field : reading.layout->fields)
+        if (reading.reaches(field)) visit(field, field_bytes(field, reading.bytes));
+}
+
 // Returns bytes in the notation in which a block is given. Bytes that look like a text are shown as one.
 std::string block_text(std::span<const uint8_t> bytes)
 {
@@ -300,26 +321,19 @@ std::span<const uint8_t> without_trailing_zeros(std::span<const uint8_t> bytes)
     return bytes;
 }
 
+std::vector<const Field *> shown_fields(const Reading &reading)
+{
+    std::vector<const Field *> shown;
+    for_each_shown_field(reading, [&](const Field &field, std::span<const uint8_t>) { shown.push_back(&field); });
+    return shown;
+}
+
 std::vector<DecodedField> decode(const Reading &reading)
 {
-    // The bytes of the layout's fields are not shown a second time as a part of the record's opaque field.
-    Bytes rest(reading.bytes.begin(), reading.bytes.end());
-    if (reading.layout)
-        for (const Field &field : reading.layout->fields)
-            std::fill_n(rest.begin() + std::min<size_t>(field.offset, rest.size()), field_bytes(field, rest).size(),
-                        uint8_t{0});
-
     std::vector<DecodedField> decoded;
-    const auto add = [&](const Field &field, std::span<const uint8_t> bytes) {
-        const auto own = field_bytes(field, bytes);
-        if (reading.reaches(field)) decoded.push_back({&field, text_of(reading, field, own), all_zero(own)});
-    };
-    const bool named = reading.is_block() && reading.layout;
-    for (const Field &field : reading.record->fields)
-        if (!named || !all_zero(field_bytes(field, rest))) add(field, rest);
-    if (reading.layout)
-        for (const Field &field : reading.layout->fields)
-            add(field, reading.bytes);
+    for_each_shown_field(reading, [&](const Field &field, std::span<const uint8_t> own) {
+        decoded.push_back({&field, text_of(reading, field, own), all_zero(own)});
+    });
     return decoded;
 }
 

@@ -75,6 +75,8 @@ struct DecodedField {
 
 // Returns the fields in order of offset. The layout's fields come behind the record's. Fields that the bytes do not
 // reach are left out. For a block with a layout, zero bytes that have no name are left out, too.
+std::vector<const catalogue::Field *> shown_fields(const Reading &reading);
+// Returns the same with what they hold.
 std::vector<DecodedField> decode(const Reading &reading);
 
 // Returns whether a field counts: of a repeated one there may be fewer than there is room for.

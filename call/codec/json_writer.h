@@ -1,6 +1,8 @@
 // A writer of JSON that lays it out for people, or writes one line.
 #pragma once
 
+#include <string_view>
+
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -21,7 +23,7 @@ public:
     using Ch = char;
     using SizeType = rapidjson::SizeType;
 
-    JsonWriter(rapidjson::StringBuffer &buffer, JsonLayout wanted) : layout(wanted), lines(buffer), line(buffer)
+    JsonWriter(rapidjson::StringBuffer &into, JsonLayout wanted) : layout(wanted), buffer(into), lines(into), line(into)
     {
         lines.SetIndent(' ', 2);
     }
@@ -52,14 +54,16 @@ public:
     // Writes a value that is JSON in one line already. It is not looked at.
     bool Raw(std::string_view json, rapidjson::Type type)
     {
-        return in_line() ? line.RawValue(json.data(), json.size(), type)
-                         : lines.RawValue(json.data(), json.size(), type);
+        const bool begun = in_line() ? line.RawValue("", 0, type) : lines.RawValue("", 0, type);
+        json.copy(buffer.Push(json.size()), json.size());
+        return begun;
     }
 
 private:
     bool in_line() const { return layout == JsonLayout::one_line; }
 
     const JsonLayout layout;
+    rapidjson::StringBuffer &buffer;
     Passing<rapidjson::PrettyWriter<rapidjson::StringBuffer>> lines;
     Passing<rapidjson::Writer<rapidjson::StringBuffer>> line;
 };

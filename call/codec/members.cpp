@@ -114,8 +114,7 @@ int32_t read_signed(const std::string &name, const JsonValue &value)
     return value.GetInt();
 }
 
-void read_object(std::string_view json, const std::string &what, const Members &members,
-                 std::initializer_list<const char *> required)
+rapidjson::Document read_document(std::string_view json, const std::string &what)
 {
     rapidjson::Document document;
     document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(json.data(), json.size());
@@ -123,8 +122,21 @@ void read_object(std::string_view json, const std::string &what, const Members &
         throw UsageError("the " + what + " is not JSON: byte " + std::to_string(document.GetErrorOffset() + 1) + ": " +
                          rapidjson::GetParseError_En(document.GetParseError()));
     if (!document.IsObject()) refuse_member("the " + what, "an object");
+    return document;
+}
+
+void read_object(std::string_view json, const std::string &what, const Members &members,
+                 std::initializer_list<const char *> required)
+{
+    read_object(read_document(json, what), what, members, required);
+}
+
+void read_object(const JsonValue &object, const std::string &what, const Members &members,
+                 std::initializer_list<const char *> required)
+{
+    if (!object.IsObject()) refuse_member("the " + what, "an object");
     std::map<std::string, bool> seen;
-    for (const auto &[key, value] : document.GetObject()) {
+    for (const auto &[key, value] : object.GetObject()) {
         const std::string name = text_of(key);
         const auto member = members.find(name);
         if (member == members.end()) {

@@ -51,6 +51,13 @@ void pass_over(const std::string &name, const JsonValue &value);
 // Throws a UsageError that says what is wrong with the text, and where.
 void read_object(std::string_view json, const std::string &what, const Members &members,
                  std::initializer_list<const char *> required);
+// As above, from a value of a document that was read before.
+void read_object(const JsonValue &object, const std::string &what, const Members &members,
+                 std::initializer_list<const char *> required);
+
+// Reads a document that is an object, which `what` names in errors. Throws a UsageError that says what is wrong with
+// the text, and where.
+rapidjson::Document read_document(std::string_view json, const std::string &what);
 
 // Returns the members of a text that is an object. Numbers stay as they were written.
 std::vector<Member> members_of(std::string_view object);

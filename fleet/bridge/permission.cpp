@@ -61,7 +61,8 @@ uint32_t OltPermission::left() const
 call::Verdict OltPermission::decide(const call::PermissionRequest &request)
 {
     const Class impact = impact_of(request);
-    noted = audit::wanted_by(request);
+    // The fields of a mere reading are noted nowhere.
+    noted = impact == Class::read ? audit::Wanted() : audit::wanted_by(request);
     noted->impact = impact;
     if (!request.command)
         throw Declined(Problem::wrong, request.doing + ": the catalogue of this OLT does not know the command");

@@ -11,6 +11,7 @@ namespace
 
 using call::JsonText;
 using call::JsonValue;
+using call::Members;
 
 constexpr size_t longest_correlation = 64;
 
@@ -75,12 +76,15 @@ std::string to_line(const AnswerFrame &frame)
 Hello hello_from_line(std::string_view line)
 {
     Hello hello;
-    call::read_object(line, "line", {{"hello", call::pass_over}}, {"hello"});
-    call::read_object(
-        json_in(line, "hello"), "hello",
-        {{"version", [&](const auto &name, const JsonValue &value) { hello.version = call::read_text(name, value); }},
-         {"allow", [&](const auto &name, const JsonValue &value) { hello.allow = read_class(name, value); }}},
-        {"version", "allow"});
+    const Members members{
+        {"version", [&](const auto &name, const JsonValue &value) { hello.version = call::read_text(name, value); }},
+        {"allow", [&](const auto &name, const JsonValue &value) { hello.allow = read_class(name, value); }}};
+    call::read_object(line, "line",
+                      {{"hello",
+                        [&](const auto &name, const JsonValue &value) {
+                            call::read_object(value, name, members, {"version", "allow"});
+                        }}},
+                      {"hello"});
     return hello;
 }
 

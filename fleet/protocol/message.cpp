@@ -76,6 +76,7 @@ std::string to_json(const Request &request)
 Request request_from_json(std::string_view text)
 {
     Request request;
+    int forms = 0;
     call::read_object(text, "request",
                       {{"id", [&](const auto &name, const JsonValue &value) { request.id = read_id(name, value); }},
                        {"deadline_ms",
@@ -83,16 +84,18 @@ Request request_from_json(std::string_view text)
                             request.deadline = call::read_number(name, value);
                             if (request.deadline == 0) call::refuse_member(name, "milliseconds from 1");
                         }},
-                       {"call", call::pass_over},
-                       {"exchange", call::pass_over}},
+                       {"call",
+                        [&](const auto &, const JsonValue &value) {
+                            request.what = call::call_from_json(value);
+                            ++forms;
+                        }},
+                       {"exchange",
+                        [&](const auto &, const JsonValue &value) {
+                            request.what = call::record_call_from_json(value);
+                            ++forms;
+                        }}},
                       {});
-    const std::vector<Member> members = call::members_of(text);
-    const std::string *called = call::find_member(members, "call"), *exchange = call::find_member(members, "exchange");
-    if ((called == nullptr) == (exchange == nullptr)) throw UsageError("the request: expected either call or exchange");
-    if (called)
-        request.what = call::call_from_json(*called);
-    else
-        request.what = call::record_call_from_json(*exchange);
+    if (forms != 1) throw UsageError("the request: expected either call or exchange");
     return request;
 }
 

@@ -83,9 +83,9 @@ ExitCode show_all(const Output &output)
         json->StartObject();
         json.key("pon_port");
         json.number(port);
-        for (const DecodedField &decoded : decode(called->block())) {
-            json.key(decoded.field->name);
-            json.field(*decoded.field, called->block());
+        for (const catalogue::Field *field : shown_fields(called->block())) {
+            json.key(field->name);
+            json.field(*field, called->block());
         }
         json->EndObject();
     });

@@ -54,9 +54,9 @@ std::vector<Styled> fields_of(const Section &section, const Reading &reading)
             if (const catalogue::Field *field = find_field(reading, style.field)) fields.push_back({field, style});
         return fields;
     }
-    for (const DecodedField &decoded : decode(reading)) {
-        const auto style = std::ranges::find(section.styles, decoded.field->name, &FieldStyle::field);
-        fields.push_back({decoded.field, style == section.styles.end() ? FieldStyle{decoded.field->name} : *style});
+    for (const catalogue::Field *field : shown_fields(reading)) {
+        const auto style = std::ranges::find(section.styles, field->name, &FieldStyle::field);
+        fields.push_back({field, style == section.styles.end() ? FieldStyle{field->name} : *style});
     }
     return fields;
 }
