@@ -58,6 +58,8 @@ class Compiler:
     def __init__(self):
         entries = json.loads((BUILD / "compile_commands.json").read_text(encoding="utf-8"))
         self.commands = {}
+        cache = (BUILD / "CMakeCache.txt").read_text(encoding="utf-8")
+        self.name = re.search(r"^CMAKE_CXX_COMPILER:\w+=(.+)$", cache, re.MULTILINE)[1]
         for entry in entries:
             command = shlex.split(entry["command"])
             output = command[command.index("-o") + 1]
@@ -81,9 +83,8 @@ class Compiler:
                 command[index] = str(copy / file.relative_to(ROOT / "src"))
         return run([*command, "-w"], cwd=copy).returncode == 0
 
-    @staticmethod
-    def link(words, output):
-        done = run(["g++", "-fsanitize=address,undefined", *map(str, words), "-o", str(output)])
+    def link(self, words, output):
+        done = run([self.name, "-fsanitize=address,undefined", *map(str, words), "-o", str(output)])
         if done.returncode:
             raise SetUpError(f"cannot link {output}:\n{done.stdout}")
 
