@@ -31,26 +31,16 @@ std::string new_session()
     return text::to_hex(chance);
 }
 
-Broker broker_of(const Settings &settings)
+std::string place_of(const Broker &broker)
 {
-    return {.host = settings.host,
-            .port = settings.port,
-            .socket = settings.socket,
-            .ca = settings.ca,
-            .certificate = settings.certificate,
-            .key = settings.key};
-}
-
-std::string place_of(const Settings &settings)
-{
-    return settings.socket.empty() ? settings.host + " port " + std::to_string(settings.port) : settings.socket;
+    return broker.socket.empty() ? broker.host + " port " + std::to_string(broker.port) : broker.socket;
 }
 
 } // namespace
 
 Client::Core::Core(const Settings &of)
     : topics(of.root),
-      connection(broker_of(of), of.client + "-" + new_session(), {}, *this),
+      connection(of.broker, of.client + "-" + new_session(), {}, *this),
       settings(of),
       session(new_session()),
       reply_topic(topics.reply(of.client, session))
@@ -62,7 +52,7 @@ template <class IsSo>
 void Client::Core::wait(IsSo is_so, uint32_t longest, const std::string &wanted)
 {
     const Clock::time_point end = Clock::now() + milliseconds(longest);
-    const std::string broker = "the broker at " + place_of(settings);
+    const std::string broker = "the broker at " + place_of(settings.broker);
     loss.clear();
     while (!is_so()) {
         if (!loss.empty()) throw Unreachable(broker + " is not reached: " + loss);
@@ -247,7 +237,7 @@ void Client::Core::give_up_late()
     for (const std::string &correlation : late) {
         std::erase(waiting, correlation);
         finish(requests.find(correlation), Reply::Kind::unreachable,
-               "the broker at " + place_of(settings) + " is not reached" + (loss.empty() ? "" : ": " + loss));
+               "the broker at " + place_of(settings.broker) + " is not reached" + (loss.empty() ? "" : ": " + loss));
     }
 }
 

@@ -2,14 +2,15 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <memory>
+#include <utility>
 
 #include <openssl/pem.h>
 #include <openssl/x509.h>
 #include <pwd.h>
 #include <unistd.h>
 
+#include "fleet/mqtt/broker_table.h"
 #include "toml_file/section.h"
 
 namespace fleet
@@ -17,29 +18,15 @@ namespace fleet
 namespace
 {
 
-constexpr size_t longest_path = 4096, longest_host = 253;
-constexpr uint16_t plain_port = 1883, tls_port = 8883;
+constexpr size_t longest_name = 4096;
 
 using toml_file::Keys;
 using toml_file::Section;
 
 const Keys &settings_keys()
 {
-    static const Keys keys{
-        {"client"},
-        {"broker",
-         {{"host"}, {"port"}, {"socket"}, {"root"}, {"ca"}, {"certificate"}, {"key"}},
-         /*named=*/false,
-         /*single=*/true},
-    };
+    static const Keys keys{{"client"}, broker_key()};
     return keys;
-}
-
-std::string read_path(const Section &section, const std::string &key)
-{
-    const std::string path = section.text(key, 1, longest_path).value_or("");
-    if (path.empty()) return path;
-    return std::filesystem::path(section.file_name()).parent_path() / path;
 }
 
 // Returns the common name in a certificate. The text is empty when it cannot be read, or has none that is a name.
@@ -63,47 +50,22 @@ std::string user_name()
     return user && is_name(user->pw_name) ? user->pw_name : std::string();
 }
 
-void read_broker(const Section &broker, Settings &settings)
-{
-    settings.host = broker.text("host", 1, longest_host).value_or("");
-    settings.socket = read_path(broker, "socket");
-    settings.ca = read_path(broker, "ca");
-    settings.certificate = read_path(broker, "certificate");
-    settings.key = read_path(broker, "key");
-    if (settings.host.empty() && settings.socket.empty())
-        broker.fail("host", "name the host of the broker, or its socket");
-    if (!settings.host.empty() && !settings.socket.empty())
-        broker.fail("socket", "the broker has a host already; leave one of them out");
-    const auto port = broker.number("port", 1, UINT16_MAX);
-    if (port && !settings.socket.empty()) broker.fail("port", "a socket has no port");
-    if (settings.socket.empty())
-        settings.port = static_cast<uint16_t>(port.value_or(settings.ca.empty() ? plain_port : tls_port));
-    if (!settings.certificate.empty() && settings.key.empty()) broker.fail("certificate", "name its key, too");
-    if (!settings.key.empty() && settings.certificate.empty()) broker.fail("key", "name its certificate, too");
-    if (!settings.certificate.empty() && settings.ca.empty())
-        broker.fail("certificate", "name the ca of the broker's certificate, too");
-    settings.root = broker.text("root", 1, longest_path).value_or(settings.root);
-    if (!is_root(settings.root))
-        broker.fail_expected("root", "names with '/' between them, of letters, digits, '-', '_' and '.'");
-}
-
 Settings settings_of(const toml_file::Value &value)
 {
     const Section file(value, settings_keys());
     file.check_keys();
-    Settings settings;
-    const auto broker = file.table("broker");
-    if (!broker) file.fail("broker", "say in [broker] where the broker is");
-    read_broker(*broker, settings);
-    const auto client = file.text("client", 1, longest_path);
+    BrokerTable broker = read_broker(file, Paths::relative_too);
+    Settings settings{.client = {}, .broker = std::move(broker.broker), .root = std::move(broker.root)};
+    const auto client = file.text("client", 1, longest_name);
     if (client && !is_name(*client)) file.fail_expected("client", "1 to 64 letters, digits, '-', '_' and '.'");
     settings.client = client.value_or("");
-    if (settings.client.empty() && !settings.certificate.empty()) {
-        settings.client = common_name_of(settings.certificate);
+    if (const std::string &certificate = settings.broker.certificate; !client && !certificate.empty()) {
+        settings.client = common_name_of(certificate);
         if (settings.client.empty())
-            broker->fail("certificate", "no certificate with a common name of letters, digits, '-', '_' and '.' can be "
-                                        "read from " +
-                                            settings.certificate);
+            file.table("broker")->fail("certificate",
+                                       "no certificate with a common name of letters, digits, '-', '_' and '.' can be "
+                                       "read from " +
+                                           certificate);
     }
     if (settings.client.empty()) settings.client = user_name();
     if (settings.client.empty()) file.fail("client", "say by which name the fleet knows you");

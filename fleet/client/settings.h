@@ -2,30 +2,23 @@
 //
 //     client = "alice"                          # else the common name of the certificate, else the user's name
 //
-//     [broker]
-//     host = "broker.example.net"               # or socket = "/run/mosquitto/mosquitto.sock"
-//     port = 8883                               # 8883 with an authority, else 1883
-//     root = "pon"
-//     ca = "/etc/ponctl/fleet/ca.pem"           # with it, the connection is encrypted
-//     certificate = "/etc/ponctl/fleet/alice.pem"
-//     key = "/etc/ponctl/fleet/alice.key"
+//     [broker]                                  # see fleet/mqtt/broker_table.h; files may be named beside this one
+//     host = "broker.example.net"
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "fleet/mqtt/message.h"
 #include "fleet/protocol/topics.h"
 
 namespace fleet
 {
 
 struct Settings {
-    std::string client;       // a name
-    std::string host, socket; // one of them
-    uint16_t port = 0;        // with a host
+    std::string client; // a name
+    Broker broker = {};
     std::string root = std::string(default_root);
-    std::string ca = {}, certificate = {}, key = {}; // files; relative ones are beside the file of the settings
 
     bool operator==(const Settings &) const = default;
 };

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
-#include "fleet/protocol/topics.h"
+#include "fleet/mqtt/broker_table.h"
 #include "fleet/selection/inventory.h"
 #include "toml_file/section.h"
 
@@ -16,7 +17,6 @@ using catalogue::Class;
 using toml_file::Keys;
 using toml_file::Section;
 
-constexpr uint16_t usual_port = 1883, usual_tls_port = 8883;
 constexpr uint32_t longest_period = 24 * 3600;
 constexpr std::string_view classes[] = {"read", "write", "service-affecting"}; // in the order of their numbers
 
@@ -29,10 +29,7 @@ const Keys &configuration_keys()
                            {"queue"},
                            {"inventory_period"},
                            {"events"},
-                           {"broker",
-                            {{"host"}, {"port"}, {"socket"}, {"root"}, {"ca"}, {"certificate"}, {"key"}, {"keepalive"}},
-                            false,
-                            true},
+                           broker_key(),
                            {"olt", {{"name"}, {"socket_dir"}, {"allow"}, {"labels"}}},
                            {"folder", {{"path"}, {"allow"}, {"labels"}}},
                            {"clients"}};
@@ -57,32 +54,6 @@ std::map<std::string, std::string> read_texts(const Section &section, const char
     }
     if (texts.size() > most) section.fail(key, "more than " + std::to_string(most));
     return texts;
-}
-
-void read_broker(const Section &section, FixedSettings &fixed)
-{
-    Broker &broker = fixed.broker;
-    broker.host = section.text("host", 1, 253).value_or("");
-    broker.socket = section.path("socket");
-    broker.ca = section.path("ca");
-    broker.certificate = section.path("certificate");
-    broker.key = section.path("key");
-    const bool is_local = !broker.socket.empty();
-    if (is_local == !broker.host.empty())
-        section.fail(is_local ? "socket" : "host", "expected either host, the name of the broker's machine, or socket");
-    if (is_local && section.has("port")) section.fail("port", "a broker on a socket has none");
-    if (is_local && !broker.ca.empty()) section.fail("ca", "there is no TLS on a socket");
-    if (broker.certificate.empty() != broker.key.empty())
-        section.fail(broker.key.empty() ? "certificate" : "key", "certificate and key belong together");
-    if (!broker.certificate.empty() && broker.ca.empty())
-        section.fail("certificate", "expected ca, too: the authority that the broker's certificate is of");
-    if (!is_local) {
-        const uint16_t usual = broker.ca.empty() ? usual_port : usual_tls_port;
-        broker.port = static_cast<uint16_t>(section.number_or("port", 1, UINT16_MAX, usual));
-    }
-    broker.keepalive = static_cast<uint16_t>(section.number_or("keepalive", 5, 3600, broker.keepalive));
-    fixed.root = section.text("root", 1, 200).value_or(std::string(default_root));
-    if (!is_root(fixed.root)) section.fail_expected("root", "names with '/' between them, as \"pon\"");
 }
 
 void add(const Section &section, const char *key, BridgedOlt olt, Configuration &configuration)
@@ -153,9 +124,9 @@ Configuration configuration_of(const toml_file::Value &value)
     fixed.audit = file.path("audit");
     fixed.engine.threads = file.number_or("threads", 1, 256, fixed.engine.threads);
     fixed.engine.queue = file.number_or("queue", 1, 1024, fixed.engine.queue);
-    const auto broker = file.table("broker");
-    if (!broker) file.fail_expected("broker", "a table [broker] that says where it is");
-    read_broker(*broker, fixed);
+    BrokerTable broker = read_broker(file, Paths::from_the_root);
+    fixed.broker = std::move(broker.broker);
+    fixed.root = std::move(broker.root);
 
     if (const auto period = file.time("inventory_period")) {
         if (*period < 1000 || *period > 1000ull * longest_period || *period % 1000 != 0)

@@ -379,9 +379,9 @@ TEST_F(Faked, SaysWhatIsWrongWithItsConfiguration)
     configured("[clients]\nann = \"much\"\n");
     says("ann: expected read, write or service-affecting", 2);
     std::ofstream(file) << "name = \"hut\"\n[broker]\nhost = \"b\"\ncertificate = \"/c\"\n";
-    says("certificate and key belong together", 2);
+    says("name its key, too", 2);
     std::ofstream(file) << "name = \"hut\"\n[broker]\nhost = \"b\"\nsocket = \"/s\"\n";
-    says("either host", 2);
+    says("leave one of them out", 2);
     std::ofstream(file) << "name = \"hut\"\n";
     says("broker: ", 2);
     std::filesystem::remove(file);

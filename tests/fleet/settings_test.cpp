@@ -35,15 +35,16 @@ TEST(Settings, AreRead)
     const Settings settings = read("client = \"alice\"\n[broker]\nhost = \"b.example.net\"\nroot = \"acme/pon\"\n"
                                    "ca = \"ca.pem\"\ncertificate = \"/c/alice.pem\"\nkey = \"alice.key\"\n");
     EXPECT_EQ(settings, (Settings{.client = "alice",
-                                  .host = "b.example.net",
-                                  .socket = "",
-                                  .port = 8883,
-                                  .root = "acme/pon",
-                                  .ca = "/etc/ca.pem",
-                                  .certificate = "/c/alice.pem",
-                                  .key = "/etc/alice.key"}));
-    EXPECT_EQ(read("client = \"a\"\n[broker]\nhost = \"b\"\n").port, 1883);
-    EXPECT_EQ(read("client = \"a\"\n[broker]\nsocket = \"/run/b\"\n").port, 0);
+                                  .broker = {.host = "b.example.net",
+                                             .port = 8883,
+                                             .socket = "",
+                                             .ca = "/etc/ca.pem",
+                                             .certificate = "/c/alice.pem",
+                                             .key = "/etc/alice.key"},
+                                  .root = "acme/pon"}));
+    EXPECT_EQ(read("client = \"a\"\n[broker]\nhost = \"b\"\n").broker.port, 1883);
+    EXPECT_EQ(read("client = \"a\"\n[broker]\nsocket = \"/run/b\"\n").broker.port, 0);
+    EXPECT_EQ(read("client = \"a\"\n[broker]\nhost = \"b\"\nkeepalive = 5\n").broker.keepalive, 5);
 }
 
 TEST(Settings, NameTheClientAsItsCertificateDoes)
@@ -68,6 +69,7 @@ TEST(Settings, ThatAreWrongSayWhere)
     EXPECT_THAT(error_of("[broker]\nhots = \"b\"\n"), StartsWith("/etc/fleet.toml:2: "));
     EXPECT_THAT(error_of("[broker]\nhost = \"b\"\nsocket = \"/s\"\n"), StartsWith("/etc/fleet.toml:3: "));
     EXPECT_THAT(error_of("[broker]\nsocket = \"/s\"\nport = 1\n"), HasSubstr("a socket has no port"));
+    EXPECT_THAT(error_of("[broker]\nsocket = \"/s\"\nca = \"c\"\n"), HasSubstr("there is no TLS on a socket"));
     EXPECT_THAT(error_of("[broker]\nhost = \"b\"\nport = 70000\n"), HasSubstr("a number from 1 to 65535"));
     EXPECT_THAT(error_of("[broker]\nhost = \"b\"\nroot = \"a//b\"\n"), StartsWith("/etc/fleet.toml:3: "));
     EXPECT_THAT(error_of("[broker]\nhost = \"b\"\nca = \"c\"\ncertificate = \"c\"\n"), HasSubstr("name its key, too"));

@@ -7,6 +7,7 @@ import re
 
 COMMENT_OR_TEXT = re.compile(r'//[^\n]*|"(?:\\.|[^"\\\n])*"')
 FUNCTION = re.compile(r"^uint32_t (\w+)\(([^)]*)\)\n\{\n(.*?)^\}", re.MULTILINE | re.DOTALL)
+DOCUMENTED = re.compile(r"/\*\*((?:(?!\*/).)*)\*/\nBSP_PON_API uint32_t (\w+)\(", re.DOTALL)
 NOT_A_STATEMENT = r"(?!return|const|using|static|template|uint32_t|int32_t|char|alignas|extern|friend|explicit|break)"
 OPERAND = r"(?:[^:?;()\n]|::|\([^()\n]*\))+"
 POLICIES = ["report", "pass", "silent"]
@@ -44,6 +45,10 @@ class Header:
         self.structs = {}
         for name, body in re.findall(r"^struct (\w+) \{(.*?)^\};", text, re.MULTILINE | re.DOTALL):
             self.structs[name] = re.findall(r"^    (\w+) (\w+?)(\[\d+\])?;", body, re.MULTILINE)
+
+        self.refused = {(function, argument)  # where null is refused
+                        for comment, function in DOCUMENTED.findall(text)
+                        for argument in re.findall(r"@param (\w+) (?:(?!@param).)*must not be null", comment, re.DOTALL)}
 
     @staticmethod
     def next(names, name):
@@ -117,7 +122,8 @@ class Source:
                      r"if (!\1) return BSP_ERR_IPC;", r"if (!\1) return BSP_OK;")
         for match in FUNCTION.finditer(self.code):
             for pointer in re.findall(r"\*+(\w+)", match[2]):
-                if f"if (!{pointer})" not in match[3]:
+                # What a function refuses without a check of its own, one that it calls refuses.
+                if f"if (!{pointer})" not in match[3] and (match[1], pointer) not in self.header.refused:
                     check = f"if (!{pointer}) return BSP_ERR_PARAM;"
                     self.alter("null check", match.start(3), match.start(3), check, of=match[1])
 

@@ -6,7 +6,7 @@
 
 fleet::Settings settings_for(const fleet::Broker &broker)
 {
-    return {.client = "alice", .host = broker.host, .socket = broker.socket, .port = broker.port};
+    return {.client = "alice", .broker = broker};
 }
 
 std::optional<std::string> echo(const fleet::Message &request)
