@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "audit/entry.h"
+
 namespace audit
 {
 namespace
@@ -23,8 +25,8 @@ namespace
 
 } // namespace
 
-BoundedLog::BoundedLog(std::string of_file, uint64_t most, Complain how_to_complain, LineOfLost how_to_tell)
-    : name(std::move(of_file)), limit(most), complain(std::move(how_to_complain)), line_of_lost(std::move(how_to_tell))
+BoundedLog::BoundedLog(std::string of_file, uint64_t most, Complain how_to_complain)
+    : name(std::move(of_file)), limit(most), complain(std::move(how_to_complain))
 {
     open();
 }
@@ -97,7 +99,7 @@ void BoundedLog::write(const std::string &text)
 void BoundedLog::append(std::string_view line)
 {
     const std::lock_guard lock(mutex);
-    std::string text = lost > 0 ? line_of_lost(lost) + '\n' : "";
+    std::string text = lost > 0 ? line_of_lost(time_of_day(), lost) + '\n' : "";
     text += line;
     text += '\n';
     try {

@@ -1,4 +1,5 @@
-// A BoundedLog is a file of lines that grows no further than it may, and that says how many lines it has lost.
+// A BoundedLog is a file of lines that grows no further than it may, and that says in a line of audit/entry.h how many
+// lines it has lost.
 #pragma once
 
 #include <cstdint>
@@ -15,13 +16,11 @@ class BoundedLog
 public:
     // Tells whoever runs the program that lines are lost, and when no more are.
     using Complain = std::function<void(const std::string &)>;
-    // Returns the line that says so in the log itself.
-    using LineOfLost = std::function<std::string(uint64_t lost)>;
 
     // Appends to the file, which is made when there is none. It is for its own user only. When a line would make it
     // longer than `limit` bytes, the file gets the name FILE.1, in place of what had it, and a new one begins. Throws
     // std::runtime_error when the file cannot be used: when another user or process has it, or it is no plain file.
-    BoundedLog(std::string file, uint64_t limit, Complain complain, LineOfLost line_of_lost);
+    BoundedLog(std::string file, uint64_t limit, Complain complain);
     BoundedLog(const BoundedLog &) = delete;
     ~BoundedLog();
 
@@ -40,7 +39,6 @@ private:
     const std::string name;
     const uint64_t limit;
     const Complain complain;
-    const LineOfLost line_of_lost;
     std::mutex mutex; // held by whoever uses the rest
     int file = -1;
     uint64_t size = 0; // of the file

@@ -46,10 +46,7 @@ Bridge::Bridge(const Configuration &configuration, std::string program_version)
                  Message{.topic = topics.bridge(settings.name), .payload = to_json(BridgeState{}), .retained = true},
                  *this)
 {
-    if (!settings.audit.empty())
-        audit_log = std::make_unique<audit::BoundedLog>(settings.audit, audit_limit, warn, [](uint64_t lost) {
-            return audit::line_of_lost(audit::time_of_day(), lost);
-        });
+    if (!settings.audit.empty()) audit_log = std::make_unique<audit::BoundedLog>(settings.audit, audit_limit, warn);
     const auto noted = [this](const std::string &olt, const std::string &line) { note(olt, line); };
     engine = std::make_unique<Engine>(settings.engine, Notes{.audit = noted, .complain = warn});
     connection.expect_answers();

@@ -16,8 +16,7 @@ constexpr size_t most_addresses = 1024;
 WriteLog::WriteLog(const std::string &file, Say say_line) : say(std::move(say_line))
 {
     if (file.empty()) return;
-    log = std::make_unique<audit::BoundedLog>(
-        file, longest_file, say, [](uint64_t lost) { return audit::line_of_lost(audit::time_of_day(), lost); });
+    log = std::make_unique<audit::BoundedLog>(file, longest_file, say);
 }
 
 void WriteLog::write(const std::string &line)

@@ -72,8 +72,7 @@ void keep(const std::filesystem::path &file, const std::string &line)
     constexpr std::chrono::milliseconds pause{5};
     for (int tries = 1;; ++tries) {
         try {
-            audit::BoundedLog log(file.string(), audit_limit, complain,
-                                  [](uint64_t lost) { return audit::line_of_lost(audit::time_of_day(), lost); });
+            audit::BoundedLog log(file.string(), audit_limit, complain);
             return log.append(line);
         } catch (const std::runtime_error &error) {
             if (tries == most_tries) return complain(error.what());

@@ -39,8 +39,7 @@ std::string_view line_of_control(const board_request &request)
 Audit::Audit(const std::string &file)
 {
     if (file.empty()) return;
-    log = std::make_unique<audit::BoundedLog>(
-        file, audit_limit, complain, [](uint64_t lost) { return audit::line_of_lost(audit::time_of_day(), lost); });
+    log = std::make_unique<audit::BoundedLog>(file, audit_limit, complain);
 }
 
 void Audit::note(const board_request &request, const Message &message, std::string_view result)
