@@ -40,7 +40,7 @@ class Header:
     """This class has the names of the public header that can be confused with each other."""
 
     def __init__(self, text):
-        self.commands = re.findall(r"^#define (BSP_CMD_\w+)", text, re.MULTILINE)
+        self.codes = dict(re.findall(r"^#define (BSP_CMD_\w+) (\w+)", text, re.MULTILINE))
         self.channels = re.findall(r"^#define (BSP_MSG_\w+)", text, re.MULTILINE)
         self.structs = {}
         for name, body in re.findall(r"^struct (\w+) \{(.*?)^\};", text, re.MULTILINE | re.DOTALL):
@@ -53,6 +53,12 @@ class Header:
     @staticmethod
     def next(names, name):
         return [names[(names.index(name) + 1) % len(names)]] if len(names) > 1 and name in names else []
+
+    def next_command(self, name):
+        """Returns the next command, of those with another code."""
+        if name not in self.codes:
+            return []
+        return self.next([other for other, code in self.codes.items() if other == name or code != self.codes[name]], name)
 
     def fields_like(self, name):
         """Returns the next fields of the same kind, one for each record that has a field of this name."""
@@ -102,7 +108,7 @@ class Source:
     def wire(self):
         """Changes what is sent: command, channel, call, fields, arguments."""
         header = self.header
-        self.replace("command", r"\bBSP_CMD_\w+", lambda match: header.next(header.commands, match[0]))
+        self.replace("command", r"\bBSP_CMD_\w+", lambda match: header.next_command(match[0]))
         self.replace("channel", r"\bBSP_MSG_\w+", lambda match: header.next(header.channels, match[0]))
         self.replace("module", r"\bBSP_IPC_MODULE\b", r"(\g<0> + 1)")
         self.replace("call", r"\bipc_(set|get)_exec\b", r"ipc_dgram_\1_exec")
