@@ -121,7 +121,6 @@ rapidjson::Document read_document(std::string_view json, const std::string &what
     if (document.HasParseError())
         throw UsageError("the " + what + " is not JSON: byte " + std::to_string(document.GetErrorOffset() + 1) + ": " +
                          rapidjson::GetParseError_En(document.GetParseError()));
-    if (!document.IsObject()) refuse_member("the " + what, "an object");
     return document;
 }
 

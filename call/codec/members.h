@@ -55,8 +55,7 @@ void read_object(std::string_view json, const std::string &what, const Members &
 void read_object(const JsonValue &object, const std::string &what, const Members &members,
                  std::initializer_list<const char *> required);
 
-// Reads a document that is an object, which `what` names in errors. Throws a UsageError that says what is wrong with
-// the text, and where.
+// Reads a document, which `what` names in errors. Throws a UsageError that says what is wrong with the text, and where.
 rapidjson::Document read_document(std::string_view json, const std::string &what);
 
 // Returns the members of a text that is an object. Numbers stay as they were written.

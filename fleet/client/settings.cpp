@@ -18,7 +18,7 @@ namespace fleet
 namespace
 {
 
-constexpr size_t longest_name = 4096;
+constexpr size_t longest_text = 4096;
 
 using toml_file::Keys;
 using toml_file::Section;
@@ -54,9 +54,9 @@ Settings settings_of(const toml_file::Value &value)
 {
     const Section file(value, settings_keys());
     file.check_keys();
-    BrokerTable broker = read_broker(file, Paths::relative_too);
-    Settings settings{.client = {}, .broker = std::move(broker.broker), .root = std::move(broker.root)};
-    const auto client = file.text("client", 1, longest_name);
+    BrokerTable table = read_broker(file, Paths::relative_too);
+    Settings settings{.client = {}, .broker = std::move(table.broker), .root = std::move(table.root)};
+    const auto client = file.text("client", 1, longest_text);
     if (client && !is_name(*client)) file.fail_expected("client", "1 to 64 letters, digits, '-', '_' and '.'");
     settings.client = client.value_or("");
     if (const std::string &certificate = settings.broker.certificate; !client && !certificate.empty()) {

@@ -124,9 +124,9 @@ Configuration configuration_of(const toml_file::Value &value)
     fixed.audit = file.path("audit");
     fixed.engine.threads = file.number_or("threads", 1, 256, fixed.engine.threads);
     fixed.engine.queue = file.number_or("queue", 1, 1024, fixed.engine.queue);
-    BrokerTable broker = read_broker(file, Paths::from_the_root);
-    fixed.broker = std::move(broker.broker);
-    fixed.root = std::move(broker.root);
+    BrokerTable table = read_broker(file, Paths::from_the_root);
+    fixed.broker = std::move(table.broker);
+    fixed.root = std::move(table.root);
 
     if (const auto period = file.time("inventory_period")) {
         if (*period < 1000 || *period > 1000ull * longest_period || *period % 1000 != 0)
