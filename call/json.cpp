@@ -32,7 +32,7 @@ struct DepthLimit : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, DepthLimit> 
 
 bool is_plain(char character)
 {
-    return (character >= ' ' && character <= '~') || character == '\n';
+    return JsonWriter::is_harmless(character) || character == '\n';
 }
 
 // Returns a JSON document with escapes for what a terminal must not see. All that is not ASCII stands in its texts.
@@ -58,8 +58,7 @@ std::string with_escapes(std::string_view document)
     }
 }
 
-template <class Writer>
-void pass_on(std::string_view document, Writer &writer)
+void pass_on(std::string_view document, JsonWriter &writer)
 {
     rapidjson::MemoryStream in(document.data(), document.size());
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
@@ -118,7 +117,8 @@ JsonText::JsonText(JsonLayout layout) : writer(buffer, layout) {}
 
 std::string JsonText::written() const
 {
-    return with_escapes({buffer.GetString(), buffer.GetSize()});
+    const std::string_view document(buffer.GetString(), buffer.GetSize());
+    return writer.is_harmless() ? std::string(document) : with_escapes(document);
 }
 
 void JsonText::text(std::string_view text)
@@ -301,10 +301,9 @@ std::string_view document_of(const db_handle *database)
 
 std::string compact(std::string_view document)
 {
-    rapidjson::StringBuffer line;
-    Passing<rapidjson::Writer<rapidjson::StringBuffer>> writer(line);
-    pass_on(document, writer);
-    return with_escapes({line.GetString(), line.GetSize()});
+    JsonText line(JsonLayout::one_line);
+    pass_on(document, *line);
+    return line.written();
 }
 
 bool is_document(std::string_view text)

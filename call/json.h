@@ -32,6 +32,7 @@ public:
     std::string written() const;
 
     JsonWriter *operator->() { return &writer; }
+    JsonWriter &operator*() { return writer; }
 
     void key(std::string_view name) { writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size())); }
     // Writes a text that need not be UTF-8. If it is not, each of its bytes counts as one character.

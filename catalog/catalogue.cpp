@@ -1,5 +1,8 @@
 #include "catalogue.h"
 
+#include <map>
+#include <utility>
+
 namespace catalogue
 {
 namespace
@@ -65,10 +68,19 @@ const Status *find_status(uint32_t value)
     return find_if(statuses(), [value](const Status &status) { return status.value == value; });
 }
 
+// Each record that is read or written needs its layout.
 const Layout *find_layout(const Command &command, bool of_answer)
 {
-    return find_using(layouts(), command,
-                      [of_answer](const Layout &layout) { return layout.of_answer == of_answer && !layout.kept; });
+    using Used = std::pair<const Command *, bool>;
+    static const std::map<Used, const Layout *> known = [] {
+        std::map<Used, const Layout *> found;
+        for (const Layout &layout : layouts())
+            for (const Command *used : layout.commands)
+                if (!layout.kept) found.emplace(Used(used, layout.of_answer), &layout);
+        return found;
+    }();
+    const auto found = known.find({&command, of_answer});
+    return found == known.end() ? nullptr : found->second;
 }
 
 const Layout *find_kept_layout(const Command &command)

@@ -44,12 +44,14 @@ std::string escaped(std::string_view text, MayPass may_pass)
 
 bool is_utf8(std::string_view text)
 {
-    while (!text.empty()) {
+    while (true) {
+        const auto beyond_ascii = std::ranges::find_if(text, [](char character) { return character & 0x80; });
+        text.remove_prefix(static_cast<size_t>(beyond_ascii - text.begin()));
+        if (text.empty()) return true;
         const Character character = first_character(text);
         if (!character.is_utf8) return false;
         text.remove_prefix(character.length);
     }
-    return true;
 }
 
 bool has_control_characters(std::string_view text, std::string_view allowed)

@@ -120,6 +120,21 @@ TEST(OutcomeInJson, HasOneForm)
               R"("outputs":{"db_out":[{"onu_id":5,"power":-12.50,"mac":null}],"text":"a \"word\""}})");
 }
 
+// What comes from another program may have characters that a terminal obeys, in a text, a name or a written value.
+TEST(OutcomeInJson, KeepsHarmfulCharactersFromATerminal)
+{
+    const auto json_of = [](const std::string &id, const std::string &name, const std::string &value) {
+        Outcome outcome = an_outcome();
+        outcome.id = id;
+        outcome.outputs = {{{name, value}}};
+        return to_json(outcome);
+    };
+    const std::string harmful = "a\u009b2J", escaped = "a\\u009b2J";
+    EXPECT_THAT(json_of(harmful, "name", R"("value")"), testing::StartsWith(R"({"id":")" + escaped + '"'));
+    EXPECT_THAT(json_of("7", harmful, R"("value")"), testing::EndsWith('"' + escaped + R"(":"value"}})"));
+    EXPECT_THAT(json_of("7", "name", '"' + harmful + '"'), testing::EndsWith('"' + escaped + R"("}})"));
+}
+
 TEST(OutcomeInJson, IsRefusedWhereItIsNoOutcome)
 {
     const std::string start = R"({"operation":"o","sent":true,"ipc_result":0,"ipc_text":"","status":0,)"
