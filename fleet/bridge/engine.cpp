@@ -16,6 +16,9 @@ namespace
 
 // What waits at all OLTs together takes no more memory than this.
 constexpr size_t most_waiting = size_t{64} << 20; // bytes
+// When one of those who listen executes what has come, another one listens already: to wake one would take longer than
+// many a request.
+constexpr uint32_t most_listening = 2;
 
 // The thread that listens executes the first of what it has queued itself.
 thread_local bool this_thread_listens = false;
@@ -52,7 +55,8 @@ void Engine::listen(Ear with)
     const std::lock_guard lock(guard);
     ear = std::move(with);
     // However many OLTs are slow, somebody listens.
-    threads.emplace_back(&Engine::work, this);
+    for (uint32_t i = 0; i < most_listening; ++i)
+        threads.emplace_back(&Engine::work, this);
 }
 
 void Engine::end()
@@ -150,16 +154,17 @@ void Engine::work()
 {
     std::unique_lock lock(guard);
     while (true) {
-        changed.wait(lock, [this] { return stopping || can_execute() || (ear.turn && !listening); });
+        changed.wait(lock, [this] { return stopping || can_execute() || (ear.turn && listening < most_listening); });
         if (stopping) return;
-        const bool listens = !can_execute();
-        if (listens) {
-            listening = this_thread_listens = true;
+        if (!can_execute()) {
+            ++listening;
+            this_thread_listens = true;
             lock.unlock();
             ear.turn();
             lock.lock();
-            listening = this_thread_listens = false;
-            if (stopping) return;
+            --listening;
+            this_thread_listens = false;
+            if (stopping) return ear.wake(); // the other one
             if (!can_execute()) continue;
         }
         const SharedOlt olt = std::move(ready.front());
@@ -171,8 +176,9 @@ void Engine::work()
             if (job.incoming) --olt->requests;
             waiting -= job.size();
             const std::shared_ptr<const Clients> permitted = clients;
+            const bool nobody_listens = ear.turn && listening == 0;
             lock.unlock();
-            if (listens) changed.notify_one(); // another one listens now
+            if (nobody_listens) changed.notify_one();
             perform(*olt, job, permitted);
             job = {};
             lock.lock();

@@ -32,7 +32,8 @@ public:
     using Answered = std::function<void(std::string answer)>;
     using Visit = std::function<void()>;
 
-    // How requests come: `turn` waits for them for a while and asks for what has come, and `wake` lets it return.
+    // How requests come: `turn` waits for them for a while and asks for what has come, and `wake` lets it return. Two
+    // threads call `turn` at once, and `wake` is called again for the second one.
     struct Ear {
         std::function<void()> turn, wake;
     };
@@ -45,8 +46,8 @@ public:
     // Ends after what is executed just now. What waits is answered, and not executed. Nothing is asked for later.
     void end();
 
-    // From now on one thread after the other listens, and executes itself what comes first: nobody has to be woken for
-    // it. Another one listens meanwhile. To be called once at most.
+    // From now on two threads listen, and execute themselves what comes first: nobody has to be woken for it. Others
+    // take their places when both execute. To be called once at most.
     void listen(Ear with);
 
     // Serves these OLTs from now on. Those that are as before keep what waits for them.
@@ -89,7 +90,7 @@ private:
     std::deque<SharedOlt> ready;            // OLTs for which something waits, and at which nothing is executed
     Ear ear;                                // does not become another one while somebody listens
     uint32_t executing = 0;                 // threads
-    bool listening = false;                 // one of them
+    uint32_t listening = 0;                 // threads, too
     bool stopping = false;
     std::condition_variable changed;
     std::vector<std::thread> threads;

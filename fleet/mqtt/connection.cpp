@@ -25,9 +25,7 @@ constexpr milliseconds first_pause{500}, longest_pause{30'000};
 // How long a broker may take to accept a connection.
 constexpr milliseconds patience{10'000};
 // A quiet connection is looked after this often.
-constexpr milliseconds longest_wait{1000};
-// What is held for an answer is held this long.
-constexpr milliseconds longest_hold{1};
+constexpr milliseconds longest_quiet{1000};
 // Topics in one packet.
 constexpr size_t most_topics = 200;
 
@@ -51,7 +49,7 @@ Connection::Connection(Broker of, std::string name, std::optional<Message> last,
     poller = epoll_create1(EPOLL_CLOEXEC);
     if (poller < 0) fail();
     waker = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    epoll_event event{.events = EPOLLIN, .data = {.fd = waker}};
+    epoll_event event{.events = EPOLLIN, .data = {.u64 = 0}}; // no session has this number
     if (waker >= 0 && epoll_ctl(poller, EPOLL_CTL_ADD, waker, &event) == 0) return;
     ::close(poller);
     if (waker >= 0) ::close(waker);
@@ -80,11 +78,10 @@ int Connection::publish(const Message &message)
 {
     const std::lock_guard lock(guard);
     if (!accepted) return 0;
-    const int number = session->publish(message);
-    hold(false);
+    const int published = session->publish(message);
     // What the socket does not take at once is written by a turn, and so is a loss found.
-    if (number == 0 || session->wants_to_write()) wake();
-    return number;
+    if (published == 0 || session->wants_to_write()) wake();
+    return published;
 }
 
 void Connection::subscribe(std::vector<std::string> topics)
@@ -119,7 +116,7 @@ void Connection::ask_for(const std::vector<std::string> &topics)
 int Connection::until(Clock::time_point time) const
 {
     const auto left = std::chrono::ceil<milliseconds>(time - Clock::now());
-    return static_cast<int>(std::clamp(left, milliseconds{0}, longest_wait).count());
+    return static_cast<int>(std::clamp(left, milliseconds{0}, longest_quiet).count());
 }
 
 // The name of a broker may take long to be resolved: meanwhile others are not to wait for the lock.
@@ -129,40 +126,46 @@ void Connection::begin(std::unique_lock<std::mutex> &lock)
     auto made = std::make_unique<Session>(broker, client, will);
     lock.lock();
     session = std::move(made);
+    ++number;
     next = Clock::now() + patience;
-    epoll_event event{.events = EPOLLIN, .data = {.fd = session->descriptor()}};
+    epoll_event event{.events = 0, .data = {.u64 = number}};
     if (session->descriptor() >= 0 && epoll_ctl(poller, EPOLL_CTL_ADD, session->descriptor(), &event) != 0) fail();
 }
 
-void Connection::wait(std::unique_lock<std::mutex> &lock, int longest)
+// A socket that is not watched once but all the time would end the waits of all threads for each message, and not of
+// one.
+void Connection::watch()
 {
     const int socket = session ? session->descriptor() : -1;
-    if (socket >= 0 && session->wants_to_write() != watches_room) {
-        watches_room = !watches_room;
-        epoll_event event{.events = EPOLLIN, .data = {.fd = socket}};
-        if (watches_room) event.events |= EPOLLOUT;
-        epoll_ctl(poller, EPOLL_CTL_MOD, socket, &event);
-    }
-    const milliseconds looked_after = held ? longest_hold : longest_wait;
-    const int most = accepted || closed ? static_cast<int>(looked_after.count()) : until(next);
-    const bool is_lost = session && socket < 0;
-    lock.unlock();
+    if (socket < 0 || (watched && session->wants_to_write() == watches_room)) return;
+    watched = true;
+    watches_room = session->wants_to_write();
+    epoll_event event{.events = EPOLLIN | EPOLLONESHOT, .data = {.u64 = number}};
+    if (watches_room) event.events |= EPOLLOUT;
+    epoll_ctl(poller, EPOLL_CTL_MOD, socket, &event);
+}
+
+int Connection::longest_wait() const
+{
+    if (session && session->descriptor() < 0) return 0;
+    return accepted || closed ? static_cast<int>(longest_quiet.count()) : until(next);
+}
+
+Connection::Ready Connection::wait(int longest) const
+{
     epoll_event events[2];
-    const int count = epoll_wait(poller, events, 2, is_lost ? 0 : std::min(longest, most));
-    lock.lock();
-    bool readable = false, writable = false;
+    const int count = epoll_wait(poller, events, 2, longest);
+    Ready ready;
     for (int i = 0; i < count; ++i) {
         eventfd_t ignored = 0;
-        if (events[i].data.fd == waker)
+        if (events[i].data.u64 == 0)
             eventfd_read(waker, &ignored);
-        else {
-            readable = events[i].events & (EPOLLIN | EPOLLERR | EPOLLHUP);
-            writable = events[i].events & EPOLLOUT;
-        }
+        else
+            ready = {.session = events[i].data.u64,
+                     .readable = (events[i].events & (EPOLLIN | EPOLLERR | EPOLLHUP)) != 0,
+                     .writable = (events[i].events & EPOLLOUT) != 0};
     }
-    if (!session || session->descriptor() < 0) return;
-    if (readable && answers) hold(true);
-    session->go_on(readable, writable);
+    return ready;
 }
 
 bool Connection::is_late() const
@@ -174,7 +177,7 @@ std::string Connection::lose()
 {
     const std::string reason = session->lost();
     session.reset();
-    accepted = announced = held = watches_room = false;
+    accepted = announced = watched = false;
     awaited.clear();
     std::uniform_int_distribution<milliseconds::rep> some(pause.count() / 2, pause.count());
     next = Clock::now() + milliseconds(some(chance));
@@ -182,22 +185,24 @@ std::string Connection::lose()
     return reason.empty() ? "the broker does not answer" : reason;
 }
 
-void Connection::hold(bool what)
-{
-    if (std::exchange(held, what) != what && session->descriptor() >= 0) session->hold(what);
-}
-
 void Connection::turn(int longest)
 {
+    std::unique_lock turning(turns);
     std::unique_lock lock(guard);
     if (!session && !closed && until(next) == 0) begin(lock);
-    wait(lock, longest);
+    watch();
+    const int most = std::min(longest, longest_wait());
+    lock.unlock();
+    turning.unlock();
+    const Ready ready = wait(most);
+    turning.lock();
+    lock.lock();
     if (!session) return;
 
+    const bool is_ready = ready.session == number; // and not one that was lost meanwhile
+    if (is_ready) watched = false;
+    if (session->descriptor() >= 0) session->go_on(is_ready && ready.readable, is_ready && ready.writable);
     std::vector<Heard> heard = session->take_heard();
-    const bool nothing_arrived =
-        std::ranges::none_of(heard, [](const Heard &one) { return std::holds_alternative<Message>(one); });
-    if (nothing_arrived) hold(false);
     size_t refused = 0;
     for (const Heard &one : heard) {
         if (std::holds_alternative<Accepted>(one)) {
@@ -229,6 +234,9 @@ void Connection::turn(int longest)
                                  answered->reason < first_error ? "" : mosquitto_reason_string(answered->reason));
     }
     if (!reason.empty() && tells) handler.lost(reason);
+    // Until now nobody else was to come and wait for this turn's end.
+    lock.lock();
+    watch();
 }
 
 } // namespace fleet

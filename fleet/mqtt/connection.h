@@ -22,7 +22,8 @@ namespace fleet
 
 class Session;
 
-// A Handler is told what happens by the thread that calls Connection::turn. It may use the connection.
+// A Handler is told what happens by the threads that call Connection::turn, in the order in which it happens and one at
+// a time. It may use the connection.
 class Handler
 {
 public:
@@ -51,7 +52,8 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    // Goes on for so many milliseconds at most, and until something happened. One thread calls this.
+    // Goes on for so many milliseconds at most, and until something happened. Several threads may call this at once.
+    // What happens lets one of them go on: the others wait for what comes next.
     void turn(int milliseconds);
     // Returns a descriptor that is readable when a turn would not wait. It stays the same. While nothing happens, a
     // turn is needed each second.
@@ -59,7 +61,7 @@ public:
 
     // Any thread may call these.
 
-    // Lets a turn that is waiting return.
+    // Lets at least one turn that is waiting return.
     void wake() const;
     bool is_connected() const;
     // Returns the number of the message, by which it will be acknowledged, or 0 when there is no connection. Whoever
@@ -70,22 +72,28 @@ public:
     void subscribe(std::vector<std::string> topics);
     void subscribe(const std::string &topic) { subscribe(std::vector{topic}); }
     void unsubscribe(const std::string &topic);
-    // What arrives is answered soon: so the broker learns that it has arrived together with the first answer, or a
-    // millisecond later. It is woken once then, and not twice. To be called before the first turn.
-    void expect_answers() { answers = true; }
     // Takes leave of the broker, so that there is no last will. Nothing is connected again.
     void close();
 
 private:
     using Clock = std::chrono::steady_clock;
 
+    // What a socket is ready for.
+    struct Ready {
+        uint64_t session = 0; // its number
+        bool readable = false, writable = false;
+    };
+
     void begin(std::unique_lock<std::mutex> &lock);
-    void wait(std::unique_lock<std::mutex> &lock, int milliseconds);
+    // Lets the socket end one wait, when something happens.
+    void watch();
+    // Returns for how many milliseconds a turn may wait.
+    int longest_wait() const;
+    Ready wait(int milliseconds) const;
     void ask_for(const std::vector<std::string> &topics);
     // Gives the session up, and says why.
     std::string lose();
     bool is_late() const;
-    void hold(bool what);
     int until(Clock::time_point time) const;
 
     const Broker broker;
@@ -93,14 +101,15 @@ private:
     const std::optional<Message> will;
     Handler &handler;
     int poller = -1, waker = -1;
+    std::mutex turns; // held by a turn except while it waits
 
     mutable std::mutex guard; // of what follows
     std::unique_ptr<Session> session;
+    uint64_t number = 0;    // of the session
     bool accepted = false;  // by the broker
     bool announced = false; // to the handler
     bool closed = false;
-    bool answers = false;
-    bool held = false;         // what the session writes
+    bool watched = false;      // the session's socket
     bool watches_room = false; // for writing
     std::set<int> awaited;     // numbers of subscriptions that are not answered yet
     std::set<std::string> subscriptions;

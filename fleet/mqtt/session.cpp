@@ -239,13 +239,6 @@ void Session::unsubscribe(const std::string &topic)
     note(mosquitto_unsubscribe(handle.get(), nullptr, topic.c_str()));
 }
 
-void Session::hold(bool held)
-{
-    // A local socket has no such option, and needs none.
-    const int value = held;
-    setsockopt(descriptor(), IPPROTO_TCP, TCP_CORK, &value, sizeof value);
-}
-
 void Session::end()
 {
     ended = true;

@@ -53,9 +53,6 @@ public:
     int publish(const Message &message);
     int subscribe(std::span<const std::string> topics);
     void unsubscribe(const std::string &topic);
-    // While it is held, what is written waits for more, so that it leaves in one packet. The system does not let it
-    // wait for longer than 200 ms.
-    void hold(bool held);
     // Takes leave, so that no last will is published.
     void end();
 

@@ -49,7 +49,6 @@ Bridge::Bridge(const Configuration &configuration, std::string program_version)
     if (!settings.audit.empty()) audit_log = std::make_unique<audit::BoundedLog>(settings.audit, audit_limit, warn);
     const auto noted = [this](const std::string &olt, const std::string &line) { note(olt, line); };
     engine = std::make_unique<Engine>(settings.engine, Notes{.audit = noted, .complain = warn});
-    connection.expect_answers();
     serve(configuration);
     watch(configuration);
     turned = Clock::now().time_since_epoch().count();

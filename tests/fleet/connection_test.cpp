@@ -86,22 +86,55 @@ TEST(Connection, IsUsedByManyThreadsAtOnce)
     EXPECT_THAT(peer.losses, IsEmpty());
 }
 
-TEST(Connection, AcknowledgesAlsoWhatItDoesNotAnswer)
+// A Counting peer says how much it was told while other threads turn.
+struct Counting : Peer {
+    using Peer::Peer;
+    void arrived(Message message) override
+    {
+        Peer::arrived(std::move(message));
+        ++count;
+    }
+
+    std::atomic<size_t> count = 0;
+};
+
+TEST(Connection, TellsInOrderHoweverManyThreadsTurn)
 {
-    // The broker passes nothing on before the message before is acknowledged.
-    const Mosquitto broker("max_inflight_messages 1\nlistener {PORT} 127.0.0.1\n");
-    Peer peer({.host = "127.0.0.1", .port = broker.port()}, "one");
-    peer.connection.expect_answers();
-    peer.hear("a/+");
+    constexpr size_t count = 2000;
+    Mosquitto broker("max_queued_messages 0\n");
+    Counting peer(broker.local(), "one");
+    peer.hear("a/b");
+    const size_t before = peer.count;
     Peer sender(broker.local(), "sender");
-    ASSERT_TRUE(sender.turn_until([&] { return sender.connections == 1; }));
-    for (const char *payload : {"1", "2", "3", "4"})
-        EXPECT_NE(sender.connection.publish({.topic = "a/b", .payload = payload}), 0);
-    ASSERT_TRUE(sender.turn_until([&] { return sender.answers.size() == 4; }));
-    EXPECT_TRUE(peer.turn_until([&] { return peer.messages.size() >= 4; })) << peer.messages.size();
-    // What it says itself takes what was held with it.
-    EXPECT_NE(peer.connection.publish({.topic = "a/c", .payload = "5"}), 0);
-    EXPECT_TRUE(peer.turn_until([&] { return peer.take("a/c").payload == "5"; }));
+    sender.hear("a/c");
+    std::atomic<bool> ending = false;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 3; ++i)
+        threads.emplace_back([&] {
+            while (!ending)
+                peer.connection.turn(100);
+        });
+    std::vector<std::string> sent;
+    for (size_t i = 0; i < count; ++i) {
+        sent.push_back(std::to_string(i));
+        EXPECT_NE(sender.connection.publish({.topic = "a/b", .payload = sent.back()}), 0);
+    }
+    EXPECT_TRUE(sender.turn_until([&] { return peer.count == before + count; }));
+    broker.stop();
+    broker.start();
+    ASSERT_TRUE(sender.turn_until([&] { return sender.connections == 2; }));
+    EXPECT_TRUE(sender.turn_until([&] {
+        peer.connection.publish({.topic = "a/c", .payload = "it is back"});
+        return sender.take("a/c").payload == "it is back";
+    }));
+    ending = true;
+    for (std::thread &thread : threads)
+        thread.join();
+    std::vector<std::string> told;
+    for (const Message &message : peer.messages)
+        told.push_back(message.payload);
+    EXPECT_EQ(told, sent);
+    EXPECT_THAT(peer.losses, SizeIs(1));
 }
 
 TEST(Connection, ComesBackWithItsSubscriptionsAfterABrokerWasAway)

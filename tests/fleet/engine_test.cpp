@@ -46,6 +46,12 @@ public:
         is_open = true;
         changed.notify_all();
     }
+    void close()
+    {
+        const std::lock_guard lock(mutex);
+        is_open = false;
+        came = 0;
+    }
     void pass()
     {
         std::unique_lock lock(mutex);
@@ -362,6 +368,7 @@ public:
     {
         std::unique_lock lock(mutex);
         changed.wait(lock, [this] { return awake || !letters.empty(); });
+        awake = false; // one turn is woken
         const std::vector<std::function<void()>> came = std::exchange(letters, {});
         lock.unlock();
         for (const auto &letter : came)
@@ -383,31 +390,44 @@ private:
 
 TEST_F(AtAnOlt, ListensWhileItExecutes)
 {
+    constexpr int settling = 100;
     Gate gate;
-    serve([&](const board_request &, board_answer *) { gate.pass(); });
+    const auto handler = [&](const board_request &, board_answer *) { gate.pass(); };
+    serve(handler);
+    FakeService second(handler);
+    ServedOlt other = olt();
+    other.name = "south";
+    other.socket_dir = second.folder();
     Mailbox mailbox;
-    Engine listening({.threads = 1, .queue = 2}, {.audit = [](auto &, auto &) {}, .complain = [](auto &) {}});
-    listening.serve({olt()}, {});
+    Engine listening({.threads = 2, .queue = 2}, {.audit = [](auto &, auto &) {}, .complain = [](auto &) {}});
+    listening.serve({olt(), other}, {});
     listening.listen({.turn = [&] { mailbox.turn(); }, .wake = [&] { mailbox.wake(); }});
-    const auto asked = [&] {
+    const auto asked = [&](const std::string &name = "north") {
         auto answer = std::make_shared<std::promise<std::string>>();
-        mailbox.put([&listening, answer] {
-            listening.ask("north", {.client = "ann", .address = "mqtt", .text = reading},
+        mailbox.put([&listening, answer, name] {
+            listening.ask(name, {.client = "ann", .address = "mqtt", .text = reading},
                           [answer](std::string text) { answer->set_value(std::move(text)); });
         });
         return answer->get_future();
     };
+    gate.open();
+    for (int i = 0; i < settling; ++i) // until each thread has found its place
+        EXPECT_THAT(asked(i % 2 == 0 ? "north" : "south").get(), StartsWith("{\"outcome\":"));
+    gate.close();
     auto held = asked();
     gate.wait_for(1);
+    auto other_held = asked("south");
+    gate.wait_for(2);
     auto waiting = asked();
     auto last = asked();
-    EXPECT_THAT(asked().get(), problem("busy")) << "it is heard while the only request that may be is executed";
+    EXPECT_THAT(asked().get(), problem("busy")) << "it is heard while as many as may be are executed";
+    EXPECT_EQ(held.wait_for(std::chrono::seconds(0)), std::future_status::timeout) << "and not behind them";
     gate.open();
-    for (auto *answer : {&held, &waiting, &last})
+    for (auto *answer : {&held, &other_held, &waiting, &last})
         EXPECT_THAT(answer->get(), StartsWith("{\"outcome\":"));
     EXPECT_THAT(asked().get(), StartsWith("{\"outcome\":"));
     listening.end();
-    EXPECT_THAT(service->received(), SizeIs(4));
+    EXPECT_THAT(service->received(), SizeIs(4 + settling / 2));
 }
 
 TEST_F(AtAnOlt, TurnsAwayWhatItServesNoMore)
