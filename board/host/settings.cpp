@@ -84,7 +84,7 @@ const Settings &settings()
         Settings s;
         s.directory = default_directory();
         s.timeout = std::chrono::milliseconds(number("BOARD_IPC_TIMEOUT_MS", 1, 3600000, 5000));
-        s.spin = std::chrono::microseconds(number("BOARD_IPC_SPIN_US", 0, 20, 0));
+        s.spin = std::chrono::microseconds(number("BOARD_IPC_SPIN_US", 0, 100, 0));
         return s;
     }());
     return instance;

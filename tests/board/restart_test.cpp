@@ -14,7 +14,7 @@
 namespace
 {
 
-const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "2000"}, {"BOARD_IPC_SPIN_US", "20"}});
+const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "2000"}, {"BOARD_IPC_SPIN_US", "100"}});
 
 // A ServiceProcess is a service of the test module in a process of its own. The constructor makes the process, because
 // the test has no other threads then. The process serves when it receives the order.
