@@ -56,7 +56,7 @@ class Access(Story):
     def test_a_session_that_ended_asks_for_a_log_in_and_goes_on(self) -> None:
         browser = self.as_operator("/olts/campus/alarms")
         browser.sees("Severity")
-        browser.driver.delete_all_cookies()
+        browser.forget()
         browser.go("/olts/campus/onus/1/2")
         browser.sees("Your session has ended")
         browser.type("User", "read")

@@ -41,6 +41,14 @@ class Browser:
         features = [{"name": name, "value": value} for name, value in wishes.items()]
         self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": features})
 
+    def leave(self) -> None:
+        """Leaves the page, so that it asks for nothing any more."""
+        self.driver.get("about:blank")
+
+    def forget(self) -> None:
+        """Forgets who has logged in, wherever it was."""
+        self.driver.execute_cdp_cmd("Network.clearBrowserCookies", {})
+
     def picture(self, name: str) -> None:
         self.driver.save_screenshot(str(self.pictures / f"{name}.png"))
 

@@ -170,7 +170,7 @@ class Looks(Story):
             try:
                 self.look_through(self.as_operator("/olts/full/onus"))
             finally:
-                self.browser.driver.get("about:blank")
+                self.browser.leave()
                 service.end()
 
     def look_through(self, browser: Browser) -> None:

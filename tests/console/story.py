@@ -17,10 +17,11 @@ class Story(unittest.TestCase):
 
     def setUp(self) -> None:
         self.browser.look(1366, 768)
-        self.browser.driver.delete_all_cookies()
+        self.browser.forget()
 
     def tearDown(self) -> None:
         self.browser.picture(self.id().rsplit(".", 1)[-1])
+        self.browser.leave()
         self.assertEqual(self.browser.complaints(), [])
         self.assertEqual(self.browser.foreign_requests(), [])
 
