@@ -29,18 +29,21 @@ snmp::AgentSettings settings_of(const Configuration &configuration)
 }
 
 // Managers have no names here: who may set something is known to the master agent alone.
-snmp::Note note_in(std::shared_ptr<WriteLog> log, const snmp::AgentSettings &settings)
+snmp::Notes notes_in(const std::shared_ptr<WriteLog> &log, const snmp::AgentSettings &settings)
 {
-    return [log = std::move(log), master = text_of(settings.master)](
-               const std::string &olt, const audit::Wanted &wanted, std::string_view result) {
-        log->note({.user = "SNMP", .address = master, .olt = olt}, wanted, result);
+    const auto client_at = [master = text_of(settings.master)](const std::string &olt) {
+        return audit::Client{.user = "SNMP", .address = master, .olt = olt};
     };
+    return {.sent = [=](const std::string &olt, const audit::Wanted &wanted,
+                        std::string_view result) { log->note(client_at(olt), wanted, result); },
+            .refused = [=](const std::string &olt, const audit::Wanted &wanted,
+                           std::string_view reason) { log->note_refused(client_at(olt), wanted, reason); }};
 }
 
 } // namespace
 
-SnmpDoor::SnmpDoor(const Configuration &configuration, std::shared_ptr<WriteLog> log)
-    : settings(settings_of(configuration)), mib(settings.mib), agent(settings, note_in(std::move(log), settings), say)
+SnmpDoor::SnmpDoor(const Configuration &configuration, const std::shared_ptr<WriteLog> &log)
+    : settings(settings_of(configuration)), mib(settings.mib), agent(settings, notes_in(log, settings), say)
 {
 }
 

@@ -20,7 +20,7 @@ public:
     using Sources = std::function<std::vector<snmp::Source>()>;
 
     // The configuration has SNMP. What managers set is noted in the audit log.
-    SnmpDoor(const Configuration &configuration, std::shared_ptr<WriteLog> log);
+    SnmpDoor(const Configuration &configuration, const std::shared_ptr<WriteLog> &log);
 
     // Returns whether the door would be the same by another configuration.
     bool is_as(const Configuration &other) const;

@@ -34,6 +34,11 @@ void WriteLog::note(const audit::Client &client, std::string_view action, std::s
     write(audit::line_of(audit::time_of_day(), client, action, result));
 }
 
+void WriteLog::note_refused(const audit::Client &client, const audit::Wanted &wanted, std::string_view reason)
+{
+    if (takes_refusal(client.address)) note(client, wanted, "refused: " + std::string(reason));
+}
+
 void WriteLog::note_refused(const audit::Client &client, std::string_view action, std::string_view reason)
 {
     if (takes_refusal(client.address)) note(client, action, "refused: " + std::string(reason));

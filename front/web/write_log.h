@@ -29,6 +29,7 @@ public:
     void note(const audit::Client &client, std::string_view action, std::string_view result);
     // As above, of what was refused. Of each address only some in a minute are noted, so that nobody pushes out what
     // others did.
+    void note_refused(const audit::Client &client, const audit::Wanted &wanted, std::string_view reason);
     void note_refused(const audit::Client &client, std::string_view action, std::string_view reason);
 
 private:

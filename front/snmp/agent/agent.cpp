@@ -14,8 +14,8 @@ constexpr int first_pause = 250, longest_pause = 8000; // milliseconds, before t
 
 } // namespace
 
-Agent::Agent(AgentSettings wanted, Note note_order, Say say_line)
-    : settings(std::move(wanted)), note(std::move(note_order)), say(std::move(say_line)), thread(&Agent::run, this)
+Agent::Agent(AgentSettings wanted, Notes note_orders, Say say_line)
+    : settings(std::move(wanted)), notes(std::move(note_orders)), say(std::move(say_line)), thread(&Agent::run, this)
 {
 }
 
@@ -46,7 +46,7 @@ bool Agent::visit(std::string &said)
     bool was_there = false;
     std::string why;
     try {
-        Visit visit(settings, mailbox, note, say);
+        Visit visit(settings, mailbox, notes, say);
         visit.on_started = [this](int64_t at) { started = at; };
         why = visit.answer();
         was_there = visit.was_open();

@@ -31,7 +31,7 @@ public:
     // Takes a line for the log, and whether it is good news. Several threads call it.
     using Say = std::function<void(bool well, const std::string &)>;
 
-    Agent(AgentSettings wanted, Note note_order, Say say_line);
+    Agent(AgentSettings wanted, Notes note_orders, Say say_line);
     ~Agent(); // takes leave of the master, after an order that is under way
     Agent(const Agent &) = delete;
     Agent &operator=(const Agent &) = delete;
@@ -53,7 +53,7 @@ private:
     bool visit(std::string &said);
 
     const AgentSettings settings;
-    const Note note;
+    const Notes notes;
     const Say say;
     std::atomic<int64_t> started = 0;
     Mailbox mailbox;

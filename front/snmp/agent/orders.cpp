@@ -29,13 +29,13 @@ public:
 };
 
 // Only finds out whether there is permission.
-class Tried : public call::UpTo
+class Tried : public Noted
 {
 public:
-    using UpTo::UpTo;
+    using Noted::Noted;
     call::Verdict decide(const call::PermissionRequest &request) override
     {
-        UpTo::decide(request);
+        Noted::decide(request);
         return call::Verdict::keep_back;
     }
 };
@@ -96,20 +96,23 @@ std::string words_of(const Order &order, const SetSettings::Olt &olt)
 
 } // namespace
 
-Error permit(const Order &order, const SetSettings &settings)
+Error permit(const Order &order, const SetSettings &settings, const Notes &notes)
 {
+    const auto olt = settings.olts.find(order.olt_index);
+    if (olt == settings.olts.end()) return Error::inconsistent_name;
     Tried permission(*settings.up_to);
     try {
         call::perform(call_of(order), permission);
-    } catch (const call::Refused &) {
+    } catch (const call::Refused &refused) {
+        notes.refused(olt->second.name, permission.wanted, refused.what());
         return Error::no_access;
     } catch (const call::Error &) {
         return Error::wrong_value;
     }
-    return settings.olts.contains(order.olt_index) ? Error::none : Error::inconsistent_name;
+    return Error::none;
 }
 
-agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const Note &note,
+agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const Notes &notes,
                             const std::function<void(bool, const std::string &)> &say)
 {
     const Clock::time_point until = Clock::now() + std::chrono::seconds(order_time);
@@ -119,7 +122,7 @@ agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings 
         reach(olt.reach);
         Noted permission(*settings.up_to);
         const Result result = perform(orders[i], permission, until);
-        note(olt.name, permission.wanted, result.text);
+        notes.sent(olt.name, permission.wanted, result.text);
         committed.changed_nothing &= result.done == Done::no;
         if (result.done == Done::yes) {
             say(true, words_of(orders[i], olt) + ": done");

@@ -32,14 +32,18 @@ struct SetSettings {
 // are short, because snmpd answers nobody while something is set.
 inline constexpr uint8_t order_time = 2, master_time = 4;
 
-// Says whether the order may be carried out, where anything may be set at all. The call is made, but nothing is sent.
-agentx::Error permit(const Order &order, const SetSettings &settings);
+// Notes take for the audit log what was to be done at which OLT: what came of it, or why it was refused.
+struct Notes {
+    using Note = std::function<void(const std::string &olt, const audit::Wanted &wanted, std::string_view result)>;
 
-// Takes what was sent to which OLT, and what came of it, for the audit log.
-using Note = std::function<void(const std::string &olt, const audit::Wanted &wanted, std::string_view result)>;
+    Note sent, refused;
+};
+
+// Says whether the order may be carried out, where anything may be set at all. The call is made, but nothing is sent.
+agentx::Error permit(const Order &order, const SetSettings &settings, const Notes &notes);
 
 // Carries out what is ordered, one after the other until one fails, within the time. Each is noted, and told in words.
-agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const Note &note,
+agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const Notes &notes,
                             const std::function<void(bool well, const std::string &)> &say);
 
 } // namespace front::snmp

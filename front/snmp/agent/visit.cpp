@@ -36,10 +36,10 @@ agentx::Plan plan_of(const AgentSettings &settings)
             .timeout = master_time};
 }
 
-Session::Permit permit_of(const AgentSettings &settings)
+Session::Permit permit_of(const AgentSettings &settings, const Notes &notes)
 {
     if (!settings.sets.up_to) return nullptr;
-    return [&sets = settings.sets](const Order &order) { return permit(order, sets); };
+    return [&sets = settings.sets, &notes](const Order &order) { return permit(order, sets, notes); };
 }
 
 std::string refusal_of(const agentx::Refusal &refused)
@@ -54,13 +54,13 @@ std::string refusal_of(const agentx::Refusal &refused)
 
 } // namespace
 
-Visit::Visit(const AgentSettings &wanted, Mailbox &left, const Note &note_order, const Agent::Say &say_line)
+Visit::Visit(const AgentSettings &wanted, Mailbox &left, const Notes &note_orders, const Agent::Say &say_line)
     : settings(wanted),
       mailbox(left),
-      note(note_order),
+      notes(note_orders),
       say(say_line),
       connection(wanted.master),
-      session(plan_of(wanted), permit_of(wanted))
+      session(plan_of(wanted), permit_of(wanted, note_orders))
 {
 }
 
@@ -158,7 +158,7 @@ void Visit::order_next()
     commit = session.take_commit();
     if (!commit) return;
     committed = std::async(std::launch::async,
-                           [this, orders = commit->orders] { return carry_out(orders, settings.sets, note, say); });
+                           [this, orders = commit->orders] { return carry_out(orders, settings.sets, notes, say); });
 }
 
 int Visit::pause(Clock::time_point now) const

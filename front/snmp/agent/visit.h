@@ -15,7 +15,7 @@ class Visit
 {
 public:
     // Connects. Throws std::runtime_error that says why it cannot.
-    Visit(const AgentSettings &wanted, Mailbox &left, const Note &note_order, const Agent::Say &say_line);
+    Visit(const AgentSettings &wanted, Mailbox &left, const Notes &note_orders, const Agent::Say &say_line);
     ~Visit(); // after an order that is under way
 
     // Answers the master until the session ends, and returns why; an empty text where the agent is to stop.
@@ -38,7 +38,7 @@ private:
 
     const AgentSettings &settings;
     Mailbox &mailbox;
-    const Note &note;
+    const Notes &notes;
     const Agent::Say &say;
     const Connection connection;
     agentx::Session session;

@@ -95,7 +95,7 @@ protected:
 TEST_F(SnmpAgent, AnswersFromWhatIsPublishedLast)
 {
     Master master(path);
-    Agent agent(settings(), nullptr, lines.say());
+    Agent agent(settings(), {}, lines.say());
     EXPECT_EQ(master.take_subagent(regions)[0], ports(1)->regions()[0]);
     lines.expect("+ SNMP is answered by the master agent at unix:" + path);
     const Oid of_ports{1, 3, 6, 1, 4, 1, 8072, 9999, 9999, 1, 2};
@@ -111,7 +111,7 @@ TEST_F(SnmpAgent, TakesLeave)
 {
     Master master(path);
     {
-        Agent agent(settings(), nullptr, lines.say());
+        Agent agent(settings(), {}, lines.say());
         master.take_subagent(regions);
         lines.expect("+ SNMP is answered");
     }
@@ -121,7 +121,7 @@ TEST_F(SnmpAgent, TakesLeave)
 TEST_F(SnmpAgent, ComesBackAndTellsWhatHappenedMeanwhile)
 {
     Master master(path);
-    Agent agent(settings(), nullptr, lines.say());
+    Agent agent(settings(), {}, lines.say());
     master.take_subagent(regions);
     lines.expect("+ SNMP is answered");
     agent.tell({numbered(1)});
@@ -136,7 +136,7 @@ TEST_F(SnmpAgent, ComesBackAndTellsWhatHappenedMeanwhile)
 
 TEST_F(SnmpAgent, KeepsTheLastNotificationsWhileNobodyIsThere)
 {
-    Agent agent(settings(), nullptr, lines.say());
+    Agent agent(settings(), {}, lines.say());
     lines.expect("- the SNMP master agent at unix:" + path + " cannot be reached: No such file or directory");
     for (uint32_t number = 1; number <= 1500; ++number)
         agent.tell({numbered(number)});
@@ -150,7 +150,7 @@ TEST_F(SnmpAgent, KeepsTheLastNotificationsWhileNobodyIsThere)
 TEST_F(SnmpAgent, SaysWhatTheMasterDoesNotTake)
 {
     Master master(path);
-    Agent agent(settings(), nullptr, lines.say());
+    Agent agent(settings(), {}, lines.say());
     master.take_subagent(regions, Error::duplicate_registration);
     lines.expect("- the SNMP master agent does not take 1.3.6.1.4.1.8072.9999.9999: a duplicate registration; another "
                  "subagent has it");
@@ -161,7 +161,7 @@ TEST_F(SnmpAgent, GoesOnWhenTheMasterSendsWhatIsNoPdu)
 {
     // A path at which there is no socket at all is a master that cannot be reached, and neither ends the agent.
     std::ofstream(path) << "no socket";
-    Agent agent(settings(), nullptr, lines.say());
+    Agent agent(settings(), {}, lines.say());
     lines.expect("cannot be reached: Connection refused");
     Master master(path);
     master.take_subagent(regions);

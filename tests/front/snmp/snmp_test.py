@@ -82,6 +82,8 @@ def check_sets(world: World) -> None:
     assert "notWritable" in world.set("bspOnuName.1.1.5", "s", "x", status=2), "sets are off at first"
     world.reload(sets(world, "write"))
     assert "noAccess" in world.set("bspWaitingAdmit." + waiting(world), "i", "5", status=2), "binding is not allowed"
+    refused = audited(world)[-1]
+    assert refused["command"] == "BSP_CMD_ONU_BIND" and refused["result"].startswith("refused: "), refused
     world.reload(sets(world, "service_affecting"))
     check_traps(world)
     index = world.first_index("1.4.1.2", 3)
