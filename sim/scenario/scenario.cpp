@@ -583,7 +583,7 @@ private:
     OltScenario &olt;
     std::map<std::string, std::vector<CurvedOnu>> curved; // by curve
     std::shared_ptr<ScenarioTopology> topology;
-    std::map<Mac, Owner> macs; // to whom each address belongs first
+    ByMac<Owner> macs; // to whom each address belongs first
 };
 
 void read_olts(const toml_file::Section &root, const Context &context, std::string_view text, Scenario &scenario)

@@ -145,14 +145,15 @@ Plan describe_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std:
 AuthCounts count_onus(const Olt &olt, const PonPort &port)
 {
     AuthCounts counts{static_cast<uint32_t>(port.authentication.records.size()), 0, 0, 0, 0};
-    for (const std::optional<Binding> &binding : port.bindings) {
-        if (!binding) continue;
-        const OnuState state = port.state(*binding);
+    // A bound ONU that has not arrived is in none of these states.
+    for (const Arrival &arrival : port.arrivals) {
+        if (!port.ranges(arrival)) continue;
+        const std::optional<uint32_t> onu_id = olt.id_at(port.number, arrival.mac);
+        const OnuState state = onu_id ? port.state(*port.bindings[*onu_id], arrival) : OnuState::offline;
         counts.admitted += state == OnuState::online;
         counts.unauthenticated += state == OnuState::unauthenticated;
+        counts.waiting += !onu_id && !port.refuses(arrival.mac);
     }
-    for (const Arrival &arrival : port.arrivals)
-        counts.waiting += olt.waits(port, arrival);
     for (const std::optional<BlacklistEntry> &entry : port.blacklist)
         counts.rejected += entry && port.ranged(entry->mac);
     return counts;

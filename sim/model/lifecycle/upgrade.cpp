@@ -110,7 +110,9 @@ Reason hindrance(const Olt &olt, const PonPort &port, const Mac &mac)
     if (port.refuses(mac)) return Reason::rejected;
     const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
     if (!onu_id) return Reason::released;
-    return port.state_rebooted(*port.bindings[*onu_id]) == OnuState::online ? Reason::none : Reason::offline;
+    const Arrival *arrival = port.ranged(mac);
+    const bool works = arrival && port.state_rebooted(*port.bindings[*onu_id], *arrival) == OnuState::online;
+    return works ? Reason::none : Reason::offline;
 }
 
 // Returns the run in another state, from now on.

@@ -136,7 +136,7 @@ void AlarmWatch::start(const Olt &olt)
 {
     waiting.clear();
     twins.clear();
-    std::map<Mac, uint32_t> homes; // the first port of each address
+    ByMac<uint32_t> homes; // the first port of each address
     for (const PonPort &port : olt.ports())
         for (const Arrival &arrival : port.arrivals)
             if (const auto [home, is_first] = homes.emplace(arrival.mac, port.number); !is_first)

@@ -107,7 +107,7 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
         flush(filter, olt.now());
     const auto look_at = [&](uint32_t pon_port, const Mac &mac) {
         const PonPort &port = *olt.port(pon_port);
-        const auto found = std::ranges::lower_bound(port.arrivals, mac, {}, &Arrival::mac);
+        const auto found = std::ranges::lower_bound(port.arrivals, mac, MacOrder(), &Arrival::mac);
         if (found != port.arrivals.end() && found->mac == mac)
             look(olt, port, static_cast<size_t>(found - port.arrivals.begin()));
     };
@@ -142,7 +142,7 @@ void Fdb::replug(const PonPort &port, std::span<const Arrival> arrivals)
     std::vector<Group> &groups = onus[port.number - 1];
     std::vector<Group> now(arrivals.size());
     for (size_t index = 0; index < arrivals.size(); ++index) {
-        const auto before = std::ranges::lower_bound(port.arrivals, arrivals[index].mac, {}, &Arrival::mac);
+        const auto before = std::ranges::lower_bound(port.arrivals, arrivals[index].mac, MacOrder(), &Arrival::mac);
         if (before != port.arrivals.end() && before->mac == arrivals[index].mac)
             now[index] = std::move(groups[static_cast<size_t>(before - port.arrivals.begin())]);
     }

@@ -75,7 +75,7 @@ void UpgradeRuns::set(const Mac &mac, const std::optional<UpgradeRun> &run)
 
 const Arrival *PonPort::arrived(const Mac &mac) const
 {
-    const auto found = std::ranges::lower_bound(arrivals, mac, {}, &Arrival::mac);
+    const auto found = std::ranges::lower_bound(arrivals, mac, MacOrder(), &Arrival::mac);
     return found != arrivals.end() && found->mac == mac ? &*found : nullptr;
 }
 
@@ -94,14 +94,19 @@ const OnuRecord &PonPort::record(const Mac &mac) const
 
 OnuState PonPort::state(const Binding &binding) const
 {
-    return upgrades.rebooting(binding.mac) ? OnuState::offline : state_rebooted(binding);
+    const Arrival *arrival = ranged(binding.mac);
+    return arrival ? state(binding, *arrival) : OnuState::offline;
 }
 
-OnuState PonPort::state_rebooted(const Binding &binding) const
+OnuState PonPort::state(const Binding &binding, const Arrival &arrival) const
 {
-    const Arrival *arrival = ranged(binding.mac);
-    if (!arrival || arrival->silent) return OnuState::offline;
-    return authentication.turns_away(*arrival, &binding) ? OnuState::unauthenticated : OnuState::online;
+    return upgrades.rebooting(binding.mac) ? OnuState::offline : state_rebooted(binding, arrival);
+}
+
+OnuState PonPort::state_rebooted(const Binding &binding, const Arrival &arrival) const
+{
+    if (arrival.silent) return OnuState::offline;
+    return authentication.turns_away(arrival, &binding) ? OnuState::unauthenticated : OnuState::online;
 }
 
 OnuRecord &edit(Change &change, const PonPort &port, const Mac &mac)

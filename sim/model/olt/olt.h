@@ -65,13 +65,13 @@ public:
     const Times &queued() const { return queue; }
     uint32_t downloads() const { return downloading; }
     bool rebooting(const Mac &mac) const;
-    const std::map<Mac, UpgradeRun> &all() const { return runs; }
+    const ByMac<UpgradeRun> &all() const { return runs; }
 
     // Without a run the ONU has none any more.
     void set(const Mac &mac, const std::optional<UpgradeRun> &run);
 
 private:
-    std::map<Mac, UpgradeRun> runs;
+    ByMac<UpgradeRun> runs;
     Times ends;
     Times queue;
     uint32_t downloading = 0;
@@ -96,9 +96,9 @@ struct PonPort {
                                                  // branch, 0.01 dB
     RangingLimits limits = {};
     std::array<std::optional<Binding>, onus_per_port> bindings = {};         // by ONU id
-    std::map<Mac, OnuRecord> onus = {};                                      // records that differ from a new one
+    ByMac<OnuRecord> onus = {};                                              // records that differ from a new one
     std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by blacklist id
-    std::map<Mac, uint32_t> blacklist_ids = {};
+    ByMac<uint32_t> blacklist_ids = {};
     Authentication authentication = {};
     Alarms alarms = {};
 
@@ -122,8 +122,10 @@ struct PonPort {
     const OnuRecord &record(const Mac &mac) const;
     // A bound ONU is offline when it is silent, has not arrived here, is not ranged, or reboots after an upgrade.
     OnuState state(const Binding &binding) const;
-    // Returns the state that the ONU has once it has rebooted.
-    OnuState state_rebooted(const Binding &binding) const;
+    // As above, of an ONU that has arrived and is ranged.
+    OnuState state(const Binding &binding, const Arrival &arrival) const;
+    // Returns the state that it has once it has rebooted.
+    OnuState state_rebooted(const Binding &binding, const Arrival &arrival) const;
     bool online(const Binding &binding) const { return state(binding) == OnuState::online; }
     bool refuses(const Mac &mac) const { return blacklist_ids.contains(mac); }
 };
@@ -294,10 +296,10 @@ private:
     std::vector<PonPort> pon_ports;
     std::vector<Module> optics;
     std::array<std::map<uint32_t, Profile>, profile_kinds> profiles_of_kinds;
-    std::map<Mac, OnuKey> bound_at;
+    ByMac<OnuKey> bound_at;
     std::set<Due> due;
     std::set<std::pair<ModelTime, SettingKey>> on_their_way;
-    std::map<Mac, Equipment> plugged; // of ONUs that were plugged in or taken away
+    ByMac<Equipment> plugged; // of ONUs that were plugged in or taken away
     std::set<OnuAtPort> unplugged;
     Kept::OfEach<Shelf> shelves;
     ModelTime time = 0;

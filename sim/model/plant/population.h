@@ -99,7 +99,7 @@ struct Topology {
     std::map<std::string, const DeviceType *> kinds; // by name; they live as long as the topology does
     std::map<std::string, ServiceTerms> services;    // by name
     // ONUs that are not named here follow from seed and address.
-    std::map<Mac, Equipment> equipment;
+    ByMac<Equipment> equipment;
 
     // Returns what the scenario says of the ONU.
     Equipment equipment_of(const Mac &mac) const;

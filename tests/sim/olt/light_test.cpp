@@ -347,7 +347,7 @@ TEST(LightOfAStore, StaysAsItWas)
 {
     const Folder folder;
     const std::string file = folder.file("olt.db");
-    std::map<Mac, OnuRecord> onus;
+    ByMac<OnuRecord> onus;
     uint32_t share = 0;
     {
         Field field(file);

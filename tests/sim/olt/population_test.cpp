@@ -18,6 +18,20 @@ TEST(Population, TheSameSeedGivesTheSameOnus)
     EXPECT_NE(population_at(full, 3).arrivals, population_at(other, 3).arrivals);
 }
 
+TEST(Population, AddressesAreInTheOrderOfTheirBytes)
+{
+    const MacOrder before;
+    const Mac least{0x02, 0x7f, 0x80, 0x01, 0xfe, 0x10};
+    EXPECT_FALSE(before(least, least));
+    for (size_t byte = 0; byte < least.size(); ++byte) {
+        Mac greater = least;
+        ++greater[byte];
+        if (byte + 1 < least.size()) greater[byte + 1] = 0;
+        EXPECT_TRUE(before(least, greater)) << byte;
+        EXPECT_FALSE(before(greater, least)) << byte;
+    }
+}
+
 TEST(Population, IsWhatItWasInEarlierVersions)
 {
     // The population must never change, because stored states name its ONUs.
