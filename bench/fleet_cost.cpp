@@ -23,7 +23,9 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int rounds = 21;
+// Each start has connections and a responder of its own: how they come to lie on the processors changes a start's ratio
+// by a tenth, and stays as it is until the next one.
+constexpr int starts = 7, rounds = 9;
 constexpr int calls_a_round = 200;
 constexpr int at_once = 1000;
 constexpr double goal = 1.5;
@@ -161,39 +163,48 @@ int main(int argc, char **argv)
     const std::string olt = argc == 5 ? argv[3] : "bare";
     const std::string request = argc == 5 ? argv[4] : std::string(130, 'r');
 
-    Asker asker(place);
-    size_t size = 300;
-    if (olt != "bare") {
-        const std::string answer = asker.ask(olt, request);
-        if (!answer.starts_with("{\"outcome\"") && !answer.starts_with("{\"exchanged\"")) Asker::fail(answer.c_str());
-        size = answer.size();
-    }
-    const Server responder(any_processor, [&](int ready) {
-        respond({place.port, place.certificates, "bare"}, size, ready);
-    });
-
     std::string asking = request;
     asking.front() = asks;
-    std::vector<double> bare, asked, bridged, floors, ratios;
-    for (int round = 0; round <= rounds; ++round) {
-        std::vector<double> one = asker.time_round("bare", request, size);
-        std::vector<double> two = asker.time_round("bare", asking, size);
-        std::vector<double> other = olt == "bare" ? one : asker.time_round(olt, request, size);
-        if (round == 0) continue; // it warms up
-        floors.push_back(median(two) / median(one));
-        ratios.push_back(median(other) / median(one));
-        bare.insert(bare.end(), one.begin(), one.end());
-        asked.insert(asked.end(), two.begin(), two.end());
-        bridged.insert(bridged.end(), other.begin(), other.end());
+    std::vector<double> bare, asked, bridged, floors, ratios, of_starts;
+    double burst = 0;
+    size_t size = 300;
+    for (int start = 0; start < starts; ++start) {
+        Asker asker(place);
+        if (olt != "bare") {
+            const std::string answer = asker.ask(olt, request);
+            if (!answer.starts_with("{\"outcome\"") && !answer.starts_with("{\"exchanged\""))
+                Asker::fail(answer.c_str());
+            size = answer.size();
+        }
+        const Server responder(any_processor, [&](int ready) {
+            respond({place.port, place.certificates, "bare"}, size, ready);
+        });
+        std::vector<double> own;
+        for (int round = 0; round <= rounds; ++round) {
+            std::vector<double> one = asker.time_round("bare", request, size);
+            std::vector<double> two = asker.time_round("bare", asking, size);
+            std::vector<double> other = olt == "bare" ? one : asker.time_round(olt, request, size);
+            if (round == 0) continue; // it warms up
+            floors.push_back(median(two) / median(one));
+            own.push_back(median(other) / median(one));
+            bare.insert(bare.end(), one.begin(), one.end());
+            asked.insert(asked.end(), two.begin(), two.end());
+            bridged.insert(bridged.end(), other.begin(), other.end());
+        }
+        ratios.insert(ratios.end(), own.begin(), own.end());
+        of_starts.push_back(median(own));
+        if (start == 0) burst = asker.time_burst("bare", request, at_once);
     }
     std::printf("a request of %zu bytes, an answer of %zu, over TLS\n", request.size(), size);
     print("bare request and response", bare);
     print("the same, asking another process", asked);
-    std::printf("%d bare ones at once: %.3f s\n", at_once, asker.time_burst("bare", request, at_once));
+    std::printf("%d bare ones at once: %.3f s\n", at_once, burst);
     if (olt == "bare") return 0;
     print("through broker and bridge to an OLT", bridged);
     const double ratio = median(ratios);
-    std::printf("ratio %.2f, at most %.2f%s; with nothing but the other process %.2f\n", ratio, goal,
-                ratio <= goal ? "" : "   MISSED", median(floors));
+    const auto [least, most] = std::ranges::minmax(of_starts);
+    std::printf(
+        "ratio %.2f, at most %.2f%s; from start to start %.2f to %.2f; with nothing but the other process %.2f\n",
+        ratio, goal, ratio <= goal ? "" : "   MISSED", least, most, median(floors));
     return ratio <= goal ? 0 : 1;
 }
